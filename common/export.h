@@ -7,12 +7,18 @@
 
 #if defined(LMW_STATIC)
 #define LMW_API
-#elif defined(_WIN32)
+#elif defined(_MSC_VER)
 #if defined(LMW_BUILDING_LIBRARY)
 #define LMW_API __declspec(dllexport)
 #else
 #define LMW_API __declspec(dllimport)
 #endif
+#elif defined(_WIN32)
+#if defined(LMW_BUILDING_LIBRARY)
+#define LMW_API [[gnu::dllexport]]
 #else
-#define LMW_API __attribute__((visibility("default")))
+#define LMW_API [[gnu::dllimport]]
+#endif
+#else
+#define LMW_API [[gnu::visibility("default")]]
 #endif
