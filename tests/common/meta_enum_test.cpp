@@ -1,0 +1,117 @@
+#include "common/meta_enum.h"
+
+#include "tests/support/test_host.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+namespace {
+
+using lmw::test::TestHost;
+using meta::MetaEnumCommon;
+using meta::MetaFormatType;
+
+// Not sorted by value; -3 and "twice" stand twice.
+constexpr MetaEnumCommon::XRef kRows[] = {
+    {7, "seven", 99, 701, 702}, {-3, "minus", 0, 0, 302}, {0, "zero", 0, 1, 0},
+    {5, "twice", 0, 0, 0},      {-3, "again", 0, 0, 0},   {6, "twice", 0, 0, 0},
+};
+
+class MetaEnum : public testing::Test {
+ protected:
+    MetaEnum() {
+        host_.SetText(701, L"Seven");
+        host_.SetText(702, L"Number seven");
+        host_.SetText(302, L"Minus three");
+        host_.SetText(1, L"Nil");
+    }
+
+    std::wstring TextOf(std::int32_t value, MetaFormatType format) const {
+        std::wstring text;
+        EXPECT_TRUE(MetaEnumCommon::ConvertTo(text, table_, format, value, 0).Succeeded());
+        return text;
+    }
+
+    TestHost host_;
+    MetaEnumCommon::Table table_{kRows, 2};
+};
+
+TEST_F(MetaEnum, TextFormsFallBackToOneAnother) {
+    struct Row {
+        std::int32_t value;
+        const wchar_t* key;
+        const wchar_t* second;
+        const wchar_t* first;
+    };
+    for (const Row& row :
+         std::vector<Row>{{7, L"seven", L"Number seven", L"Seven"},
+                          {-3, L"minus", L"Minus three", L"Minus three"},
+                          {0, L"zero", L"Nil", L"Nil"},
+                          {5, L"twice", L"twice", L"twice"},
+                          {4711, L"zero", L"Nil", L"Nil"}}) {  // by design: the default row
+        EXPECT_EQ(TextOf(row.value, MetaFormatType::kKey), row.key);
+        EXPECT_EQ(TextOf(row.value, MetaFormatType::kSecondDisplay), row.second);
+        EXPECT_EQ(TextOf(row.value, MetaFormatType::kDisplay), row.first);
+        EXPECT_EQ(TextOf(row.value, static_cast<MetaFormatType>(-1)), row.first);
+    }
+}
+
+TEST_F(MetaEnum, FindEntryGivesTheFirstRowOfAValueOrTheDefaultRow) {
+    for (const auto& [value, row] :
+         {std::pair{7, 0}, {-3, 1}, {0, 2}, {5, 3}, {6, 5}, {1, 2}, {-4, 2}, {8, 2}}) {
+        const std::int32_t sought = value;
+        EXPECT_EQ(MetaEnumCommon::FindEntry(table_, &sought), &kRows[row]) << value;
+    }
+    EXPECT_EQ(MetaEnumCommon::FindEntry(table_, nullptr), &kRows[2]);
+}
+
+TEST_F(MetaEnum, TextsReadBackAndFailuresNameTheAllowedTexts) {
+    std::int32_t value = 42;
+    EXPECT_TRUE(
+        MetaEnumCommon::ConvertFrom(value, table_, MetaFormatType::kKey, L"twice", 0).Succeeded());
+    EXPECT_EQ(value, 5);
+    EXPECT_TRUE(MetaEnumCommon::ConvertFrom(value, table_, MetaFormatType::kSecondDisplay,
+                                            L"Number seven", 0)
+                    .Succeeded());
+    EXPECT_EQ(value, 7);
+
+    const auto failure =
+        MetaEnumCommon::ConvertFrom(value, table_, MetaFormatType::kDisplay, L"seven", 0);
+    EXPECT_EQ(value, 7);
+    EXPECT_EQ(failure.MessageId(), 20220U);
+    EXPECT_EQ(failure.Detail()->Arguments()[0], L"seven");
+    EXPECT_EQ(failure.Detail()->Arguments()[1], L"Seven, Minus three, Nil, twice, again, twice");
+}
+
+TEST_F(MetaEnum, NumbersConvertWithAll64Bits) {
+    std::int64_t number = 0;
+    EXPECT_TRUE(MetaEnumCommon::ConvertTo(number, table_, -3, 0).Succeeded());
+    EXPECT_EQ(number, -3);
+    EXPECT_TRUE(MetaEnumCommon::ConvertTo(number, table_, 4711, 0).Succeeded());
+    EXPECT_EQ(number, 0);
+
+    std::int32_t value = 42;
+    EXPECT_TRUE(MetaEnumCommon::ConvertFrom(value, table_, std::int64_t{-3}, 0).Succeeded());
+    EXPECT_EQ(value, -3);
+    const auto failure = MetaEnumCommon::ConvertFrom(value, table_, (std::int64_t{1} << 32) + 7, 0);
+    EXPECT_EQ(failure.MessageId(), 20220U);
+    EXPECT_EQ(failure.Detail()->Arguments()[0], L"4294967303");
+    EXPECT_EQ(value, -3);
+}
+
+TEST(MetaEnumTable, ServesManyThreadsFromItsFirstUse) {
+    for (int round = 0; round < 20; ++round) {
+        const MetaEnumCommon::Table table(kRows, 0);
+        std::vector<std::thread> threads;
+        for (int k = 0; k < 4; ++k) {
+            threads.emplace_back([&table] { EXPECT_EQ(table.Find(6), &kRows[5]); });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+    }
+}
+
+}  // namespace
