@@ -4,8 +4,8 @@
 
 namespace sys {
 
-// NOLINTNEXTLINE(concurrency-mt-unsafe): the header puts the environment's writers under the caller
 bool IsEnvironmentVariableDefined(const char* name) {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the header puts writers of the environment under the caller
     return std::getenv(name) != nullptr;
 }
 

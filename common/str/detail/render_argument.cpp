@@ -7,7 +7,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
 #include <optional>
 
@@ -55,8 +54,8 @@ std::wstring RenderText(const std::wstring& argument, const Spec& spec) {
     std::wstring text = argument;
     if (spec.precision && *spec.precision < text.size()) {
         std::size_t length = *spec.precision;
-        const auto cut = static_cast<std::uint32_t>(text[length]);
-        if (length > 0 && cut >= 0xDC00 && cut <= 0xDFFF) {
+        const wchar_t cut = text[length];
+        if (length > 0 && cut >= wchar_t{0xDC00} && cut <= wchar_t{0xDFFF}) {
             --length;  // never half of a surrogate pair
         }
         text.resize(length);
@@ -148,11 +147,20 @@ std::string Digits(double magnitude, std::chars_format format, unsigned precisio
     return text;
 }
 
+// The exponent of a number in scientific form, as in "1.5e+07".
+int DecimalExponent(std::string_view scientific) {
+    std::string_view digits = scientific.substr(scientific.find('e') + 1);
+    digits.remove_prefix(digits.starts_with('+') ? 1 : 0);
+    int exponent = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+    return exponent;
+}
+
 // %#g: the form that %g would choose, with its trailing zeros kept.
 std::string GeneralWithTrailingZeros(double magnitude, unsigned precision) {
     const unsigned significant = std::max(precision, 1U);
     std::string scientific = Digits(magnitude, std::chars_format::scientific, significant - 1);
-    const int exponent = std::atoi(scientific.c_str() + scientific.find('e') + 1);
+    const int exponent = DecimalExponent(scientific);
     if (exponent < -4 || exponent >= static_cast<int>(significant)) {
         return scientific;
     }
