@@ -57,9 +57,7 @@ status& status::AttachSource(std::string_view file, int line) {
 }
 
 void status::AddReference_() const noexcept {
-    if (detail_ != nullptr) {
-        ++detail_->reference_count_;
-    }
+    ++detail_->reference_count_;
 }
 
 void status::Release_() noexcept {

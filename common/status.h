@@ -56,7 +56,11 @@ class [[nodiscard]] LMW_API status {
     /// also where it contains "%".
     static status FromText(std::wstring_view text);
 
-    status(const status& other) noexcept : detail_(other.detail_) { AddReference_(); }
+    status(const status& other) noexcept : detail_(other.detail_) {
+        if (detail_ != nullptr) {
+            AddReference_();
+        }
+    }
     status(status&& other) noexcept : detail_(other.detail_) { other.detail_ = nullptr; }
     status& operator=(const status& other) noexcept;
     status& operator=(status&& other) noexcept;
@@ -90,8 +94,8 @@ class [[nodiscard]] LMW_API status {
 
  private:
     explicit status(detail* record) noexcept : detail_(record) {}
-    void AddReference_() const noexcept;
-    void Release_() noexcept;
+    void AddReference_() const noexcept;  // of a failure
+    void Release_() noexcept;             // of a failure
 
     detail* detail_ = nullptr;
 };

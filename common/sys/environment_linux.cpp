@@ -5,7 +5,7 @@
 namespace sys {
 
 bool IsEnvironmentVariableDefined(const char* name) {
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): the header puts writers of the environment under the caller
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): writers of the environment are the caller's
     return std::getenv(name) != nullptr;
 }
 
