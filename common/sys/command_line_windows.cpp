@@ -1,7 +1,8 @@
 #include "common/sys/command_line.h"
 
-#include <shellapi.h>
 #include <windows.h>
+
+#include <shellapi.h>
 
 #include <memory>
 
