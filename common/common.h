@@ -19,6 +19,7 @@
 #include "common/str/tokenize.h"
 #include "common/sys/command_line.h"
 #include "common/sys/debugger.h"
+#include "common/sys/dll_border.h"
 #include "common/sys/environment.h"
 #include "common/sys/floating_point.h"
 #include "common/sys/last_error.h"

@@ -5,20 +5,12 @@
 // on templates, enumerations and plain records. Define LMW_STATIC when the library's objects are
 // linked into a program directly instead of through the shared library.
 
+#include "common/sys/dll_border.h"
+
 #if defined(LMW_STATIC)
 #define LMW_API
-#elif defined(_MSC_VER)
-#if defined(LMW_BUILDING_LIBRARY)
-#define LMW_API __declspec(dllexport)
+#elif defined(LMW_BUILDING_LIBRARY)
+#define LMW_API LMW_DLL_EXPORT
 #else
-#define LMW_API __declspec(dllimport)
-#endif
-#elif defined(_WIN32)
-#if defined(LMW_BUILDING_LIBRARY)
-#define LMW_API [[gnu::dllexport]]
-#else
-#define LMW_API [[gnu::dllimport]]
-#endif
-#else
-#define LMW_API [[gnu::visibility("default")]]
+#define LMW_API LMW_DLL_IMPORT
 #endif

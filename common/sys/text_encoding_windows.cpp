@@ -3,54 +3,74 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <climits>
+#include <cstddef>
 
 namespace sys {
 
 namespace {
 
-// The system counts in int; longer texts are converted piece by piece. A piece never ends within a
-// surrogate pair or, since it ends at a line end or blank where it can, within a multi-byte
-// character.
+// The system counts in int, so longer texts are converted piece by piece.
 constexpr std::size_t kLongestPiece = std::size_t{1} << 24U;
 
-template <class Text, class Convert>
-void InPieces(Text text, Convert convert) {
-    while (!text.empty()) {
-        std::size_t length = std::min(text.size(), kLongestPiece);
-        if (length < text.size()) {
-            const auto blank =
-                text.substr(0, length).find_last_of(static_cast<typename Text::value_type>(' '));
-            length = blank != Text::npos ? blank + 1 : length;
-        }
-        convert(text.data(), static_cast<int>(length));
-        text.remove_prefix(length);
+// A piece ends before a character, never within one.
+std::size_t PieceLength(std::wstring_view text) {
+    if (text.size() <= kLongestPiece) {
+        return text.size();
     }
+    return IS_HIGH_SURROGATE(text[kLongestPiece - 1]) ? kLongestPiece - 1 : kLongestPiece;
+}
+
+std::size_t PieceLength(std::string_view text) {
+    if (text.size() <= kLongestPiece) {
+        return text.size();
+    }
+    // Which byte starts a character depends on the code page; but below 0x30 (controls, blank,
+    // punctuation) a byte is a character of its own in all of them.
+    std::size_t length = kLongestPiece;
+    while (length > 0 && static_cast<unsigned char>(text[length - 1]) >= 0x30) {
+        --length;
+    }
+    return length != 0 ? length : kLongestPiece;
+}
+
+DWORD NarrowingFlags() {
+    // Without the flag the system looks for a resemblance, and the infinity sign becomes an "8".
+    // The two Unicode code pages know no such thing and refuse it.
+    constexpr UINT kGb18030 = 54936;
+    const UINT code_page = GetACP();
+    return code_page == CP_UTF8 || code_page == kGb18030 ? 0 : WC_NO_BEST_FIT_CHARS;
 }
 
 }  // namespace
 
 std::string Narrow(std::wstring_view text) {
+    const DWORD flags = NarrowingFlags();
     std::string out;
-    InPieces(text, [&out](const wchar_t* piece, int length) {
+    while (!text.empty()) {
+        const std::wstring_view piece = text.substr(0, PieceLength(text));
+        const int length = static_cast<int>(piece.size());
         const int needed =
-            WideCharToMultiByte(CP_ACP, 0, piece, length, nullptr, 0, nullptr, nullptr);
+            WideCharToMultiByte(CP_ACP, flags, piece.data(), length, nullptr, 0, nullptr, nullptr);
         const std::size_t old_size = out.size();
         out.resize(old_size + static_cast<std::size_t>(needed));
-        WideCharToMultiByte(CP_ACP, 0, piece, length, out.data() + old_size, needed, nullptr,
-                            nullptr);
-    });
+        WideCharToMultiByte(CP_ACP, flags, piece.data(), length, out.data() + old_size, needed,
+                            nullptr, nullptr);
+        text.remove_prefix(piece.size());
+    }
     return out;
 }
 
 std::wstring Widen(std::string_view text) {
     std::wstring out;
-    InPieces(text, [&out](const char* piece, int length) {
-        const int needed = MultiByteToWideChar(CP_ACP, 0, piece, length, nullptr, 0);
+    while (!text.empty()) {
+        const std::string_view piece = text.substr(0, PieceLength(text));
+        const int length = static_cast<int>(piece.size());
+        const int needed = MultiByteToWideChar(CP_ACP, 0, piece.data(), length, nullptr, 0);
         const std::size_t old_size = out.size();
         out.resize(old_size + static_cast<std::size_t>(needed));
-        MultiByteToWideChar(CP_ACP, 0, piece, length, out.data() + old_size, needed);
-    });
+        MultiByteToWideChar(CP_ACP, 0, piece.data(), length, out.data() + old_size, needed);
+        text.remove_prefix(piece.size());
+    }
     return out;
 }
 

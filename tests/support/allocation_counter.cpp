@@ -43,11 +43,7 @@ std::size_t AllocationCount() noexcept {
 }
 
 bool CountsLibraryAllocations() noexcept {
-#if defined(_WIN32)
-    return false;
-#else
-    return true;
-#endif
+    return LMW_ONE_OPERATOR_NEW != 0;
 }
 
 }  // namespace lmw::test
