@@ -1,3 +1,5 @@
+#include "common/sys/text_encoding.h"
+
 #include "tests/sys/child_process.h"
 
 #include <windows.h>
@@ -25,7 +27,7 @@ void ServeDebugEvents() {
 
 // `arguments` is the command line after the program's name, quoted as the system expects it.
 int Run(const std::wstring& arguments, DWORD creation_flags) {
-    const std::wstring program = LMW_CHILD_PROGRAM;
+    const std::wstring program = sys::Widen(LMW_CHILD_PROGRAM);
     std::wstring command_line = L"\"" + program + L"\" " + arguments;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;

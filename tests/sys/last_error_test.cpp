@@ -29,6 +29,7 @@ TEST(LastError, BelongsToItsThread) {
 TEST(SystemErrorText, IsEmptyForUnknownCodesOnly) {
     EXPECT_NE(sys::SystemErrorText(2), L"");
     EXPECT_NE(sys::SystemErrorText(5), sys::SystemErrorText(2));
+    EXPECT_EQ(sys::SystemErrorText(2998), L"") << "also where the module of such codes is missing";
     EXPECT_EQ(sys::SystemErrorText(987654321), L"");
     EXPECT_EQ(sys::SystemErrorText(UINT_MAX), L"");
 }
