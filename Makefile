@@ -75,6 +75,8 @@ checks:
 	scripts/check-includes
 	cmake --preset release $(QUIET_CONFIGURE)
 	scripts/check-tidy build/release
+	cmake --build --preset release --parallel $(JOBS) --target lmwcommon
+	scripts/check-exports build/release/bin/liblmwcommon.so
 
 clean:
 	rm -rf build
