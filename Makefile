@@ -73,6 +73,7 @@ checks:
 	scripts/bootstrap build check
 	scripts/check-format
 	scripts/check-includes
+	scripts/check-portability
 	cmake --preset release $(QUIET_CONFIGURE)
 	scripts/check-tidy build/release
 	cmake --build --preset release --parallel $(JOBS) --target lmwcommon

@@ -1,5 +1,7 @@
 #include "common/status.h"
 
+#include "common/sys/text_encoding.h"
+
 #include "tests/support/allocation_counter.h"
 #include "tests/support/test_host.h"
 
@@ -117,9 +119,7 @@ TEST(StatusException, CarriesTheStatusAndShowsItsText) {
     try {
         throw gtl::status_exception(reason);
     } catch (const std::exception& error) {
-#if defined(__linux__)
-        EXPECT_STREQ(error.what(), "out of \xC3\xA4ther 100%");
-#endif
+        EXPECT_EQ(error.what(), sys::Narrow(L"out of \u00E4ther 100%"));
         const auto* carried = dynamic_cast<const gtl::status_exception*>(&error);
         ASSERT_NE(carried, nullptr);
         EXPECT_EQ(carried->Status().Detail(), reason.Detail());
