@@ -54,7 +54,8 @@ clang:
 	$(call configure_and_build,clang)
 	ctest --preset clang
 
-windows:
+# The demonstration comes first: the one under Wine is compared with it.
+windows: demo
 	scripts/bootstrap build windows
 	scripts/libzip-windows
 	$(call configure_and_build,windows)
