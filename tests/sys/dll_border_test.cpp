@@ -106,8 +106,10 @@ TEST(DllBorder, RuntimeCastsReachInterfacesOfOtherModules) {
     EXPECT_EQ(NameOfHost(App::Default()), "");
 
     const IApp* const before = App::Install(theirs.get());
-    EXPECT_EQ(NameOfHost(App::Instance()), "module");
-    EXPECT_TRUE(typeid(App::Instance()) == typeid(*theirs));
+    const IApp& installed = App::Instance();
+    const IApp& made = *theirs;
+    EXPECT_EQ(NameOfHost(installed), "module");
+    EXPECT_TRUE(typeid(installed) == typeid(made));
     App::Install(before);
 }
 
