@@ -96,6 +96,8 @@ class LMW_API Spline : private algorithm::Common {
 
     [[nodiscard]] std::uint32_t Smooth() const { return smooth_; }
     [[nodiscard]] std::uint32_t Tension() const { return tension_; }
+    /// Coefficients per interval: 4 (cubic) with tension, else 2 (linear).
+    [[nodiscard]] std::uint32_t Order() const { return tension_ > 0 ? 4 : 2; }
     using Common::FunctionPeriod;
     using Common::TailAfter;
     using Common::TailBefore;
@@ -125,14 +127,13 @@ class LMW_API Spline : private algorithm::Common {
     [[nodiscard]] const double* end() const;
 
     /// The polynomial coefficients, empty while unprepared: for each interval of the prepared
-    /// breakpoints (a cycle adds some) 2 (no tension) or 4 doubles c0, c1, ... of the powers of
-    /// x - x[i]. Valid until the next setter.
+    /// breakpoints (a cycle adds some) Order() doubles c0, c1, ... of the powers of x - x[i]. Valid
+    /// until the next setter.
     [[nodiscard]] std::span<const double> GetCoefficients() const;
 
  private:
     std::uint32_t smooth_;
     std::uint32_t tension_;
-    std::uint32_t order_;
     std::shared_ptr<const detail::CurvePoints> points_;
     std::shared_ptr<const detail::PreparedCurve> prepared_;
 };

@@ -12,6 +12,7 @@
 #include "common/math/tail_type.h"
 #include "common/math/tolerance.h"
 
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <vector>
@@ -86,6 +87,13 @@ class LMW_API Step : public algorithm::Common {
     [[nodiscard]] std::span<const FPOINT> Points() const { return points_; }
 
  private:
+    [[nodiscard]] double ValueOf_(double x) const noexcept;
+    [[nodiscard]] double ValueBefore_(double x) const noexcept;
+    [[nodiscard]] double ValueInCycle_(double x) const noexcept;
+    [[nodiscard]] std::size_t PieceOf_(double x) const noexcept;
+    [[nodiscard]] double IntegralOfData_(double from, double to) const noexcept;
+    [[nodiscard]] double IntegralAfter_(double from, double to) const noexcept;
+
     std::vector<FPOINT> points_;
     std::shared_ptr<const detail::StepTable> table_;
 };

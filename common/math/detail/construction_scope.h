@@ -1,0 +1,24 @@
+#pragma once
+
+// The state of a thread while it prepares a curve.
+
+#include <cfenv>
+
+namespace math::fn::interpolate::detail {
+
+/// Marks the calling thread as constructing a curve (curve_construction.h) and holds back
+/// floating-point exceptions: none traps, and the flags raised are forgotten at the end. Scopes
+/// nest; each restores what it found.
+class ConstructionScope {
+ public:
+    ConstructionScope() noexcept;
+    ~ConstructionScope();
+    ConstructionScope(const ConstructionScope&) = delete;
+    ConstructionScope& operator=(const ConstructionScope&) = delete;
+
+ private:
+    std::fenv_t environment_{};
+    unsigned previous_;
+};
+
+}  // namespace math::fn::interpolate::detail

@@ -1,0 +1,171 @@
+#include "common/math/detail/curve_preparation.h"
+
+#include "common/errors.h"
+#include "common/math/curve_construction.h"
+#include "common/math/detail/construction_scope.h"
+#include "common/math/detail/cycle.h"
+#include "common/math/detail/tension_spline.h"
+#include "common/math/tolerance.h"
+#include "common/range_error.h"
+#include "common/str/number_text.h"
+
+#include <algorithm>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace math::fn::interpolate::detail {
+
+namespace {
+
+constexpr std::uint32_t kXNotIncreasing = 22762;
+
+/// A cycle with tension is padded with up to this many points at either side.
+constexpr std::size_t kMostPadding = 10;
+
+gtl::status EngineStatus(const wchar_t* call, EngineError error) {
+    return error == EngineError::kNone
+               ? gtl::status()
+               : LmwError::err_sysserv(call, std::to_wstring(static_cast<std::int32_t>(error)));
+}
+
+gtl::status PeriodStatus(double period) {
+    return IsPeriod(period) ? gtl::status()
+                            : gtl::impl::range_error::OutOfBounds(str::DoubleText(period), L"0",
+                                                                  L"", gtl::bound_kind::exclusive,
+                                                                  gtl::bound_kind::none);
+}
+
+/// Cuts the points at the end of the first period and closes it with the first value.
+void CloseCycle(std::vector<double>& x, std::vector<double>& y, double period) {
+    const double close_x = x.front() + period;
+    const double close_y = y.front();
+    const math::algorithm::Tolerance<double> tolerance(period);
+    while (!x.empty() && tolerance.GreaterOrEqual(x.back(), close_x)) {
+        x.pop_back();
+        y.pop_back();
+    }
+    x.push_back(close_x);
+    y.push_back(close_y);
+}
+
+/// Cuts the points at the end of the first period and repeats points on either side; returns how
+/// many on each.
+std::size_t PadCycle(std::vector<FPOINT>& points, double period) {
+    const math::algorithm::Tolerance<double> tolerance(period);
+    while (points.size() >= 2 &&
+           tolerance.GreaterOrEqual(points.back().x - points.front().x, period)) {
+        points.pop_back();
+    }
+    const std::size_t count = points.size();
+    const std::size_t padding = std::min(count, kMostPadding);
+    std::vector<FPOINT> padded;
+    padded.reserve(count + 2 * padding);
+    for (std::size_t i = count - padding; i < count; ++i) {
+        padded.push_back({points[i].x - period, points[i].y});
+    }
+    padded.insert(padded.end(), points.begin(), points.end());
+    for (std::size_t i = 0; i < padding; ++i) {
+        padded.push_back({points[i].x + period, points[i].y});
+    }
+    points = std::move(padded);
+    return padding;
+}
+
+/// How many breakpoints of a padded cycle lie before the first point of the curve, and behind it.
+std::size_t PaddingOf(std::size_t breakpoints) {
+    return breakpoints < 3 * kMostPadding + 1 ? breakpoints / 3 : kMostPadding;
+}
+
+gtl::status MakeLines(const CurvePoints& points, bool cyclic, double period,
+                      PiecewisePolynomial& polynomial) {
+    std::vector<double> x = points.X();
+    std::vector<double> y = points.Y();
+    // The data are checked as they are: what a cycle cuts away has to be in order as well.
+    EngineError error = polynomial.Start(x, y);
+    if (error == EngineError::kNone && cyclic) {
+        CloseCycle(x, y, period);
+        error = polynomial.Start(std::move(x), std::move(y));
+    }
+    if (error != EngineError::kNone) {
+        return EngineStatus(L"NewTask", error);
+    }
+    error = polynomial.SetOrder(kLinearOrder);
+    if (error != EngineError::kNone) {
+        return EngineStatus(L"EditSpline", error);
+    }
+    return EngineStatus(L"Construct", polynomial.Construct());
+}
+
+gtl::status MakeCubic(const CurvePoints& points, bool cyclic, double period, const CurveForm& form,
+                      PiecewisePolynomial& polynomial) {
+    std::vector<FPOINT> work(points.Size());
+    for (std::size_t i = 0; i < work.size(); ++i) {
+        work[i] = {points.X()[i], points.Y()[i]};
+    }
+    if (!StrictlyIncreasing(work)) {
+        return gtl::status(kXNotIncreasing);
+    }
+    if (cyclic) {
+        PadCycle(work, period);
+        if (!StrictlyIncreasing(work)) {  // a period that is lost in the rounding of x
+            return gtl::status(kXNotIncreasing);
+        }
+    }
+    const double shape = ShapeParameter(form.tension);
+    ComputeSlopes(work, shape);
+    SmoothPoints(work, form.smooth, shape);
+    std::vector<double> x(work.size());
+    std::vector<double> y(work.size());
+    for (std::size_t i = 0; i < work.size(); ++i) {
+        x[i] = work[i].x;
+        y[i] = work[i].y;
+    }
+    EngineError error = polynomial.Start(std::move(x), std::move(y));
+    if (error != EngineError::kNone) {
+        return EngineStatus(L"NewTask", error);
+    }
+    error = polynomial.SetOrder(kCubicOrder);
+    if (error == EngineError::kNone) {
+        error = polynomial.SetCoefficients(HermiteCoefficients(work));
+    }
+    return EngineStatus(L"EditSpline", error);
+}
+
+gtl::status Prepare(const CurvePoints& points, const algorithm::Common& common, double period,
+                    const CurveForm& form, SharedCurve& prepared) {
+    const bool cyclic = common.TailAfter() == TailType::Cycle();
+    if (cyclic) {
+        if (gtl::status result = PeriodStatus(period); result.Failed()) {
+            return result;
+        }
+    }
+    PiecewisePolynomial polynomial;
+    gtl::status result = form.tension == 0 ? MakeLines(points, cyclic, period, polynomial)
+                                           : MakeCubic(points, cyclic, period, form, polynomial);
+    if (result.Failed()) {
+        return result;
+    }
+    const bool padded = cyclic && form.tension != 0;
+    const std::size_t padding = padded ? PaddingOf(polynomial.Size()) : 0;
+    const std::size_t last = polynomial.Size() - (padded ? padding : 1);
+    prepared = std::make_shared<const PreparedCurve>(std::move(polynomial),
+                                                     ActiveRange{padding, last, form.ends},
+                                                     common.TailBefore(), common.TailAfter());
+    return {};
+}
+
+}  // namespace
+
+gtl::status PrepareCurve(const CurvePoints& points, const algorithm::Common& common, double period,
+                         const CurveForm& form, SharedCurve& prepared) {
+    const ConstructionScope scope;
+    try {
+        return Prepare(points, common, period, form, prepared);
+    } catch (const std::bad_alloc&) {
+        return EngineStatus(L"NewTask", EngineError::kMemory);
+    }
+}
+
+}  // namespace math::fn::interpolate::detail
