@@ -24,16 +24,18 @@ gtl::status Linear::UpdateCalculatedValues() {
 }
 
 double Linear::operator()(const double& x) const {
-    return prepared_ ? prepared_->Value(x) : detail::UnpreparedValue(points_);
+    return prepared_ ? prepared_->Value<detail::kLinearOrder>(x) : detail::UnpreparedValue(points_);
 }
 
 double Linear::DyDx(double x, const math::algorithm::Tolerance<double>& /*tolerance*/) const {
-    return prepared_ ? prepared_->Derivative(x) : detail::UnpreparedDerivative(points_);
+    return prepared_ ? prepared_->Derivative<detail::kLinearOrder>(x)
+                     : detail::UnpreparedDerivative(points_);
 }
 
 double Linear::Integrate(double a, double b,
                          const math::algorithm::Tolerance<double>& /*tolerance*/) const {
-    return prepared_ ? prepared_->Integral(a, b) : detail::UnpreparedIntegral(points_, a, b);
+    return prepared_ ? prepared_->Integral<detail::kLinearOrder>(a, b)
+                     : detail::UnpreparedIntegral(points_, a, b);
 }
 
 void Linear::Evaluate(std::span<const double> x, std::span<double> values) const {

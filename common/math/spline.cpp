@@ -38,16 +38,28 @@ gtl::status Spline::UpdateCalculatedValues() {
 }
 
 double Spline::operator()(const double& x) const {
-    return prepared_ ? prepared_->Value(x) : detail::UnpreparedValue(points_);
+    if (!prepared_) {
+        return detail::UnpreparedValue(points_);
+    }
+    return Order() == detail::kCubicOrder ? prepared_->Value<detail::kCubicOrder>(x)
+                                          : prepared_->Value<detail::kLinearOrder>(x);
 }
 
 double Spline::DyDx(double x, const math::algorithm::Tolerance<double>& /*tolerance*/) const {
-    return prepared_ ? prepared_->Derivative(x) : detail::UnpreparedDerivative(points_);
+    if (!prepared_) {
+        return detail::UnpreparedDerivative(points_);
+    }
+    return Order() == detail::kCubicOrder ? prepared_->Derivative<detail::kCubicOrder>(x)
+                                          : prepared_->Derivative<detail::kLinearOrder>(x);
 }
 
 double Spline::Integrate(double a, double b,
                          const math::algorithm::Tolerance<double>& /*tolerance*/) const {
-    return prepared_ ? prepared_->Integral(a, b) : detail::UnpreparedIntegral(points_, a, b);
+    if (!prepared_) {
+        return detail::UnpreparedIntegral(points_, a, b);
+    }
+    return Order() == detail::kCubicOrder ? prepared_->Integral<detail::kCubicOrder>(a, b)
+                                          : prepared_->Integral<detail::kLinearOrder>(a, b);
 }
 
 void Spline::Evaluate(std::span<const double> x, std::span<double> values) const {

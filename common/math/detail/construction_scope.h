@@ -7,8 +7,8 @@
 namespace math::fn::interpolate::detail {
 
 /// Marks the calling thread as constructing a curve (curve_construction.h) and holds back
-/// floating-point exceptions: none traps, and the flags raised are forgotten at the end. Scopes
-/// nest; each restores what it found.
+/// floating-point exceptions: none traps, and an overflow, a division by zero or an invalid
+/// operation leaves no flag behind. Scopes nest; each restores what it found.
 class ConstructionScope {
  public:
     ConstructionScope() noexcept;
@@ -18,6 +18,8 @@ class ConstructionScope {
 
  private:
     std::fenv_t environment_{};
+    int flags_ = 0;
+    bool trapping_;
     unsigned previous_;
 };
 

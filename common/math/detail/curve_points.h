@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace math::fn::interpolate::detail {
@@ -15,22 +16,23 @@ namespace math::fn::interpolate::detail {
 /// for a curve without points.
 class CurvePoints {
  public:
-    CurvePoints(const FPOINT* first, const FPOINT* last) {
-        x_.reserve(static_cast<std::size_t>(last - first));
-        y_.reserve(static_cast<std::size_t>(last - first));
-        for (; first != last; ++first) {
-            x_.push_back(first->x);
-            y_.push_back(first->y);
+    CurvePoints(const FPOINT* first, const FPOINT* last)
+        : size_(static_cast<std::size_t>(last - first)), values_(2 * size_) {
+        for (std::size_t i = 0; i < size_; ++i) {
+            values_[i] = first[i].x;
+            values_[size_ + i] = first[i].y;
         }
     }
 
-    [[nodiscard]] std::size_t Size() const noexcept { return x_.size(); }
-    [[nodiscard]] const std::vector<double>& X() const noexcept { return x_; }
-    [[nodiscard]] const std::vector<double>& Y() const noexcept { return y_; }
+    [[nodiscard]] std::size_t Size() const noexcept { return size_; }
+    [[nodiscard]] std::span<const double> X() const noexcept { return {values_.data(), size_}; }
+    [[nodiscard]] std::span<const double> Y() const noexcept {
+        return {values_.data() + size_, size_};
+    }
 
  private:
-    std::vector<double> x_;
-    std::vector<double> y_;
+    std::size_t size_;
+    std::vector<double> values_;  ///< all x, then all y
 };
 
 using SharedPoints = std::shared_ptr<const CurvePoints>;

@@ -80,12 +80,15 @@ std::size_t PaddingOf(std::size_t breakpoints) {
 
 gtl::status MakeLines(const CurvePoints& points, bool cyclic, double period,
                       PiecewisePolynomial& polynomial) {
-    std::vector<double> x = points.X();
-    std::vector<double> y = points.Y();
-    // The data are checked as they are: what a cycle cuts away has to be in order as well.
-    EngineError error = polynomial.Start(x, y);
-    if (error == EngineError::kNone && cyclic) {
+    std::vector<double> x(points.X().begin(), points.X().end());
+    std::vector<double> y(points.Y().begin(), points.Y().end());
+    EngineError error = EngineError::kNone;
+    if (cyclic) {
+        // The data are checked as they are: what a cycle cuts away has to be in order as well.
+        error = polynomial.Start(x, y);
         CloseCycle(x, y, period);
+    }
+    if (error == EngineError::kNone) {
         error = polynomial.Start(std::move(x), std::move(y));
     }
     if (error != EngineError::kNone) {

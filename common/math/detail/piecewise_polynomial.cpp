@@ -3,6 +3,7 @@
 #include "common/undefined.h"
 
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace math::fn::interpolate::detail {
@@ -88,20 +89,28 @@ EngineError PiecewisePolynomial::SetCoefficients(std::vector<double> coefficient
 }
 
 EngineError PiecewisePolynomial::Finish_() {
+    bool finite = true;
     for (const double coefficient : coefficients_) {
-        if (!std::isfinite(coefficient)) {  // the quotient of a huge step and a tiny width
-            coefficients_.clear();
-            return EngineError::kBadCoefficients;
-        }
+        finite &= std::fabs(coefficient) <= std::numeric_limits<double>::max();
+    }
+    if (!finite) {  // the quotient of a huge step and a tiny width
+        coefficients_.clear();
+        return EngineError::kBadCoefficients;
     }
     index_.Build(x_);
-    sums_ = PrefixSums();
-    sums_.Reserve(x_.size() - 1);
-    for (std::size_t i = 0; i + 1 < x_.size(); ++i) {
-        sums_.Append(IntegralOn_(i, x_[i], x_[i + 1]));
+    if (order_ == kLinearOrder) {
+        BuildSums_<kLinearOrder>();
+    } else {
+        BuildSums_<kCubicOrder>();
     }
     sums_finite_ = sums_.Finite();
     return EngineError::kNone;
+}
+
+template <std::uint32_t order>
+void PiecewisePolynomial::BuildSums_() {
+    sums_.Build(x_.size() - 1,
+                [this](std::size_t i) { return IntegralOn_<order>(i, x_[i], x_[i + 1]); });
 }
 
 std::size_t PiecewisePolynomial::Interval(double site) const noexcept {
@@ -111,47 +120,58 @@ std::size_t PiecewisePolynomial::Interval(double site) const noexcept {
     return site < x_.back() ? index_.Find(x_.data(), site) : x_.size() - 2;
 }
 
+double PiecewisePolynomial::SearchedValue_(const BreakpointIndex::Bucket& bucket,
+                                           double site) const noexcept {
+    const std::size_t interval = bucket.Search(x_.data(), site);
+    return order_ == kLinearOrder ? ValueOn_<kLinearOrder>(interval, site)
+                                  : ValueOn_<kCubicOrder>(interval, site);
+}
+
+double PiecewisePolynomial::SearchedDerivative_(const BreakpointIndex::Bucket& bucket,
+                                                double site) const noexcept {
+    const std::size_t interval = bucket.Search(x_.data(), site);
+    return order_ == kLinearOrder ? DerivativeOn_<kLinearOrder>(interval, site)
+                                  : DerivativeOn_<kCubicOrder>(interval, site);
+}
+
 double PiecewisePolynomial::Value(double site) const noexcept {
-    return std::isnan(site) ? site : ValueOn_(Interval(site), site);
+    if (std::isnan(site)) {
+        return site;
+    }
+    const std::size_t interval = Interval(site);
+    return order_ == kLinearOrder ? ValueOn_<kLinearOrder>(interval, site)
+                                  : ValueOn_<kCubicOrder>(interval, site);
 }
 
 double PiecewisePolynomial::Derivative(double site) const noexcept {
-    return std::isnan(site) ? site : DerivativeOn_(Interval(site), site);
+    if (std::isnan(site)) {
+        return site;
+    }
+    const std::size_t interval = Interval(site);
+    return order_ == kLinearOrder ? DerivativeOn_<kLinearOrder>(interval, site)
+                                  : DerivativeOn_<kCubicOrder>(interval, site);
 }
 
-/// With m the middle of the part and h its width, the integral of a cubic p is
-/// h p(m) + h^3 p''(m) / 24: no difference of antiderivatives, so a narrow part loses no digits.
-double PiecewisePolynomial::IntegralOn_(std::size_t interval, double from,
-                                        double to) const noexcept {
-    const double* c = coefficients_.data() + interval * order_;
-    const double h = to - from;
-    const double m = from - x_[interval] + 0.5 * h;
-    if (order_ == kLinearOrder) {
-        return h * (c[0] + m * c[1]);
-    }
-    const double middle = c[0] + m * (c[1] + m * (c[2] + m * c[3]));
-    return h * (middle + h * h * (c[2] + 3.0 * m * c[3]) / 12.0);
-}
-
-double PiecewisePolynomial::WholeIntervals_(std::size_t begin, std::size_t end) const noexcept {
-    if (sums_finite_) {
-        return sums_.Between(begin, end);
-    }
+/// The way around running sums that are too large for a double.
+template <std::uint32_t order>
+double PiecewisePolynomial::AddPieces_(std::size_t begin, std::size_t end) const noexcept {
     double sum = 0.0;
     for (std::size_t i = begin; i < end; ++i) {
-        sum += IntegralOn_(i, x_[i], x_[i + 1]);
+        sum += IntegralOn_<order>(i, x_[i], x_[i + 1]);
     }
     return sum;
 }
 
+template double PiecewisePolynomial::AddPieces_<kLinearOrder>(std::size_t,
+                                                              std::size_t) const noexcept;
+template double PiecewisePolynomial::AddPieces_<kCubicOrder>(std::size_t,
+                                                             std::size_t) const noexcept;
+
 double PiecewisePolynomial::Integral(double from, double to) const noexcept {
     const std::size_t first = Interval(from);
     const std::size_t last = Interval(to);
-    if (first == last) {
-        return IntegralOn_(first, from, to);
-    }
-    return IntegralOn_(first, from, x_[first + 1]) + WholeIntervals_(first + 1, last) +
-           IntegralOn_(last, x_[last], to);
+    return order_ == kLinearOrder ? IntegralBetween_<kLinearOrder>(first, last, from, to)
+                                  : IntegralBetween_<kCubicOrder>(first, last, from, to);
 }
 
 }  // namespace math::fn::interpolate::detail

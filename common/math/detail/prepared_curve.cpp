@@ -59,7 +59,7 @@ double PreparedCurve::ValueOutside_(double x) const noexcept {
             return lmw::kUndefined;
         }
         if (wrapped > low_ && wrapped < high_) {
-            return polynomial_.ValueInside(wrapped);
+            return polynomial_.Value(wrapped);
         }
         return wrapped <= low_ ? low_value_ : high_value_;
     }
@@ -89,7 +89,7 @@ double PreparedCurve::Wrapped_(double x) const noexcept {
     return lmw::IsDefined(phase) ? std::min(low_ + phase, high_) : lmw::kUndefined;
 }
 
-double PreparedCurve::Integral(double a, double b) const noexcept {
+double PreparedCurve::IntegralOutside_(double a, double b) const noexcept {
     if (!std::isfinite(a) || !std::isfinite(b)) {
         return std::isnan(a) ? a : std::isnan(b) ? b : lmw::kUndefined;
     }

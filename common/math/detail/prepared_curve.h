@@ -7,8 +7,10 @@
 #include "common/math/detail/piecewise_polynomial.h"
 #include "common/math/tail_type.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 
 namespace math::fn::interpolate::detail {
@@ -34,23 +36,31 @@ class PreparedCurve {
     PreparedCurve(PiecewisePolynomial polynomial, const ActiveRange& range, const TailType& before,
                   const TailType& after);
 
+    /// `order` is that of the polynomial.
+    template <std::uint32_t order>
     [[nodiscard]] double Value(double x) const noexcept {
-        // Quiet comparisons: an ordered one would trap for NaN.
-        if (std::isgreater(x, low_) && std::isless(x, high_)) [[likely]] {
-            return polynomial_.ValueInside(x);
+        if (Inside_(x)) [[likely]] {
+            return polynomial_.ValueInside<order>(x);
         }
         return ValueOutside_(x);
     }
 
+    template <std::uint32_t order>
     [[nodiscard]] double Derivative(double x) const noexcept {
-        if (std::isgreater(x, low_) && std::isless(x, high_)) [[likely]] {
-            return polynomial_.DerivativeInside(x);
+        if (Inside_(x)) [[likely]] {
+            return polynomial_.DerivativeInside<order>(x);
         }
         return DerivativeOutside_(x);
     }
 
     /// Between the lesser and the greater of the bounds.
-    [[nodiscard]] double Integral(double a, double b) const noexcept;
+    template <std::uint32_t order>
+    [[nodiscard]] double Integral(double a, double b) const noexcept {
+        if (Inside_(a) && Inside_(b)) [[likely]] {
+            return polynomial_.IntegralInside<order>(std::min(a, b), std::max(a, b));
+        }
+        return IntegralOutside_(a, b);
+    }
 
     [[nodiscard]] std::span<const double> Coefficients() const noexcept {
         return polynomial_.Coefficients();
@@ -62,8 +72,13 @@ class PreparedCurve {
         double slope = 0.0;
     };
 
+    /// Quiet comparisons: an ordered one would trap for NaN.
+    [[nodiscard]] bool Inside_(double x) const noexcept {
+        return std::isgreater(x, low_) && std::isless(x, high_);
+    }
     [[nodiscard]] double ValueOutside_(double x) const noexcept;
     [[nodiscard]] double DerivativeOutside_(double x) const noexcept;
+    [[nodiscard]] double IntegralOutside_(double a, double b) const noexcept;
     [[nodiscard]] double Wrapped_(double x) const noexcept;
     [[nodiscard]] double CyclesIntegral_(double from, double to) const noexcept;
 

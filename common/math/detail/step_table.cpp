@@ -17,15 +17,12 @@ StepTable::StepTable(std::span<const FPOINT> points)
     : first_(points.front().x), last_(points.back().x) {
     x_.reserve(points.size());
     y_.reserve(points.size());
-    sums_.Reserve(points.size() - 1);
     for (const FPOINT& point : points) {
-        if (!x_.empty()) {
-            sums_.Append(y_.back() * (point.x - x_.back()));
-        }
         x_.push_back(point.x);
         y_.push_back(point.y);
     }
     index_.Build(x_);
+    sums_.Build(x_.size() - 1, [this](std::size_t i) { return y_[i] * (x_[i + 1] - x_[i]); });
 }
 
 }  // namespace math::fn::interpolate::detail

@@ -20,9 +20,10 @@ double Power(double u, double shape) noexcept {
 
 /// The slope between two secants, `left` of width `left_width` and `right`.
 ///
-/// With u <= 1 the ratio of the flatter to the steeper secant and w its weight, the mean
+/// With u <= 1 the ratio of the flatter to the steeper secant and W, V the widths on the other side
+/// of the point from each (the weights, not divided by their sum), the mean
 ///     (w1 |d1|^(1-p) + w2 |d2|^(1-p)) / (w1 |d1|^-p + w2 |d2|^-p)
-/// is steeper * (w u + (1 - w) u^p) / (w + (1 - w) u^p): no power of it can overflow.
+/// is steeper * (W u + V u^p) / (W + V u^p): no power in it can overflow.
 double InnerSlope(double left_width, double left, double right_width, double right,
                   double shape) noexcept {
     const bool one_direction = (left > 0.0 && right > 0.0) || (left < 0.0 && right < 0.0);
@@ -32,11 +33,11 @@ double InnerSlope(double left_width, double left, double right_width, double rig
     const bool left_is_flatter = std::fabs(left) <= std::fabs(right);
     const double flatter = std::fabs(left_is_flatter ? left : right);
     const double steeper = std::fabs(left_is_flatter ? right : left);
-    // Each secant is weighted with the width on the other side of the point.
-    const double weight = (left_is_flatter ? right_width : left_width) / (left_width + right_width);
+    const double flatter_weight = left_is_flatter ? right_width : left_width;
+    const double steeper_weight = left_is_flatter ? left_width : right_width;
     const double ratio = flatter / steeper;
-    const double power = (1.0 - weight) * Power(ratio, shape);
-    const double mean = steeper * ((weight * ratio + power) / (weight + power));
+    const double power = steeper_weight * Power(ratio, shape);
+    const double mean = steeper * ((flatter_weight * ratio + power) / (flatter_weight + power));
     return std::copysign(std::min(mean, 3.0 * flatter), left);
 }
 
@@ -119,16 +120,18 @@ void SmoothPoints(std::vector<FPOINT>& points, std::uint32_t smooth, double shap
 }
 
 std::vector<double> HermiteCoefficients(std::span<const FPOINT> points) {
-    std::vector<double> coefficients;
-    coefficients.reserve((points.size() - 1) * 4);
-    for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+    std::vector<double> coefficients((points.size() - 1) * 4);
+    double* c = coefficients.data();
+    for (std::size_t i = 0; i + 1 < points.size(); ++i, c += 4) {
         const FPOINT& from = points[i];
         const FPOINT& to = points[i + 1];
         const double width = to.x - from.x;
         const double secant = (to.y - from.y) / width;
         const double bend = (from.z - secant) + (to.z - secant);
-        coefficients.insert(coefficients.end(), {from.y, from.z, ((secant - from.z) - bend) / width,
-                                                 bend / width / width});
+        c[0] = from.y;
+        c[1] = from.z;
+        c[2] = ((secant - from.z) - bend) / width;
+        c[3] = bend / (width * width);
     }
     return coefficients;
 }
