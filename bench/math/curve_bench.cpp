@@ -82,7 +82,11 @@ void RegisterCurve(const std::string& name, MakeCurve make_curve) {
     RegisterCurve("step", MakeStep);
     RegisterCurve("linear", MakeLinear);
     RegisterCurve("cubic", MakeCubic<50>);
-    bench::RegisterPreparation("lmw.cubic_general_tension.prepare", [](const Input& input) {
+    bench::RegisterPreparation("lmw.cubic_tension_100.prepare", [](const Input& input) {
+        auto curve = MakeCubic<100>(input);
+        benchmark::DoNotOptimize(curve);
+    });
+    bench::RegisterPreparation("lmw.cubic_tension_37.prepare", [](const Input& input) {
         auto curve = MakeCubic<37>(input);
         benchmark::DoNotOptimize(curve);
     });

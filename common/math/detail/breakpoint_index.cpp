@@ -10,7 +10,7 @@ namespace {
 
 /// Buckets per breakpoint: few enough to stay in the cache with the breakpoints, enough that hardly
 /// any bucket holds two breakpoints of evenly, or randomly, spaced data.
-constexpr std::size_t kBucketsPerBreakpoint = 2;
+constexpr std::size_t kBucketsPerBreakpoint = 4;
 constexpr std::size_t kFewestBuckets = 32;
 
 /// Up to this part of the breakpoints (one in so many) may be crowded before another spacing is

@@ -50,27 +50,31 @@ void CloseCycle(std::vector<double>& x, std::vector<double>& y, double period) {
     y.push_back(close_y);
 }
 
-/// Cuts the points at the end of the first period and repeats points on either side; returns how
-/// many on each.
-std::size_t PadCycle(std::vector<FPOINT>& points, double period) {
+/// Cuts the points at the end of the first period and repeats points on either side.
+void PadCycle(std::vector<double>& x, std::vector<double>& y, double period) {
     const math::algorithm::Tolerance<double> tolerance(period);
-    while (points.size() >= 2 &&
-           tolerance.GreaterOrEqual(points.back().x - points.front().x, period)) {
-        points.pop_back();
+    while (x.size() >= 2 && tolerance.GreaterOrEqual(x.back() - x.front(), period)) {
+        x.pop_back();
+        y.pop_back();
     }
-    const std::size_t count = points.size();
+    const std::size_t count = x.size();
     const std::size_t padding = std::min(count, kMostPadding);
-    std::vector<FPOINT> padded;
-    padded.reserve(count + 2 * padding);
+    std::vector<double> padded_x;
+    std::vector<double> padded_y;
+    padded_x.reserve(count + 2 * padding);
+    padded_y.reserve(count + 2 * padding);
     for (std::size_t i = count - padding; i < count; ++i) {
-        padded.push_back({points[i].x - period, points[i].y});
+        padded_x.push_back(x[i] - period);
+        padded_y.push_back(y[i]);
     }
-    padded.insert(padded.end(), points.begin(), points.end());
+    padded_x.insert(padded_x.end(), x.begin(), x.end());
+    padded_y.insert(padded_y.end(), y.begin(), y.end());
     for (std::size_t i = 0; i < padding; ++i) {
-        padded.push_back({points[i].x + period, points[i].y});
+        padded_x.push_back(x[i] + period);
+        padded_y.push_back(y[i]);
     }
-    points = std::move(padded);
-    return padding;
+    x = std::move(padded_x);
+    y = std::move(padded_y);
 }
 
 /// How many breakpoints of a padded cycle lie before the first point of the curve, and behind it.
@@ -103,35 +107,27 @@ gtl::status MakeLines(const CurvePoints& points, bool cyclic, double period,
 
 gtl::status MakeCubic(const CurvePoints& points, bool cyclic, double period, const CurveForm& form,
                       PiecewisePolynomial& polynomial) {
-    std::vector<FPOINT> work(points.Size());
-    for (std::size_t i = 0; i < work.size(); ++i) {
-        work[i] = {points.X()[i], points.Y()[i]};
-    }
-    if (!StrictlyIncreasing(work)) {
+    std::vector<double> x(points.X().begin(), points.X().end());
+    std::vector<double> y(points.Y().begin(), points.Y().end());
+    if (!StrictlyIncreasing(x)) {
         return gtl::status(kXNotIncreasing);
     }
     if (cyclic) {
-        PadCycle(work, period);
-        if (!StrictlyIncreasing(work)) {  // a period that is lost in the rounding of x
+        PadCycle(x, y, period);
+        if (!StrictlyIncreasing(x)) {  // a period that is lost in the rounding of x
             return gtl::status(kXNotIncreasing);
         }
     }
-    const double shape = ShapeParameter(form.tension);
-    ComputeSlopes(work, shape);
-    SmoothPoints(work, form.smooth, shape);
-    std::vector<double> x(work.size());
-    std::vector<double> y(work.size());
-    for (std::size_t i = 0; i < work.size(); ++i) {
-        x[i] = work[i].x;
-        y[i] = work[i].y;
-    }
-    EngineError error = polynomial.Start(std::move(x), std::move(y));
+    TensionSpline spline(std::move(x), std::move(y), ShapeParameter(form.tension));
+    spline.Smooth(form.smooth);
+    std::vector<double> coefficients = spline.Coefficients();
+    EngineError error = polynomial.Start(std::move(spline).TakeX(), std::move(spline).TakeY());
     if (error != EngineError::kNone) {
         return EngineStatus(L"NewTask", error);
     }
     error = polynomial.SetOrder(kCubicOrder);
     if (error == EngineError::kNone) {
-        error = polynomial.SetCoefficients(HermiteCoefficients(work));
+        error = polynomial.SetCoefficients(std::move(coefficients));
     }
     return EngineStatus(L"EditSpline", error);
 }

@@ -2,30 +2,40 @@
 
 #include "common/undefined.h"
 
+#include <bit>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 namespace math::fn::interpolate::detail {
 
 namespace {
 
-bool AreBreakpoints(std::span<const double> x) {
-    for (std::size_t i = 0; i < x.size(); ++i) {
-        if (!std::isfinite(x[i]) || (i > 0 && x[i] < x[i - 1])) {
-            return false;
-        }
+/// On the bits, where a compiler can vectorise it: one more than the largest exponent is carried
+/// into the sign.
+bool AllFinite(std::span<const double> numbers) {
+    constexpr std::uint64_t kExponent = 0x7FF0000000000000;
+    constexpr std::uint64_t kOne = 0x0010000000000000;
+    std::uint64_t carried = 0;
+    for (const double number : numbers) {
+        carried |= (std::bit_cast<std::uint64_t>(number) & kExponent) + kOne;
     }
-    return true;
+    return carried >> 63U == 0;
+}
+
+bool AreBreakpoints(std::span<const double> x) {
+    bool ordered = true;
+    for (std::size_t i = 1; i < x.size(); ++i) {
+        ordered &= std::islessequal(x[i - 1], x[i]);
+    }
+    return ordered && AllFinite(x);
 }
 
 bool AreValues(std::span<const double> y) {
+    bool defined = true;
     for (const double value : y) {
-        if (!std::isfinite(value) || !lmw::IsDefined(value)) {
-            return false;
-        }
+        defined &= lmw::IsDefined(value);
     }
-    return true;
+    return defined && AllFinite(y);
 }
 
 }  // namespace
@@ -89,11 +99,7 @@ EngineError PiecewisePolynomial::SetCoefficients(std::vector<double> coefficient
 }
 
 EngineError PiecewisePolynomial::Finish_() {
-    bool finite = true;
-    for (const double coefficient : coefficients_) {
-        finite &= std::fabs(coefficient) <= std::numeric_limits<double>::max();
-    }
-    if (!finite) {  // the quotient of a huge step and a tiny width
+    if (!AllFinite(coefficients_)) {  // the quotient of a huge step and a tiny width
         coefficients_.clear();
         return EngineError::kBadCoefficients;
     }

@@ -3,10 +3,10 @@
 // The cubic Hermite spline whose slopes follow from a tension: slopes, smoothing, coefficients.
 // The formulas and their sources stand at the class Spline; this file has no other policy.
 
-#include "common/math/fpoint.h"
-
+#include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace math::fn::interpolate::detail {
@@ -15,22 +15,44 @@ namespace math::fn::interpolate::detail {
 [[nodiscard]] double ShapeParameter(std::uint32_t tension) noexcept;
 
 /// Whether every x is less than the next one; false when one is NaN.
-[[nodiscard]] bool StrictlyIncreasing(std::span<const FPOINT> points) noexcept;
+[[nodiscard]] bool StrictlyIncreasing(std::span<const double> x) noexcept;
 
-/// Writes the slope of the spline at each point into its third double. At least two points, x
-/// strictly increasing, everything finite.
-void ComputeSlopes(std::span<FPOINT> points, double shape) noexcept;
+/// Points with a slope at each. Kept as one array per quantity, so that the loops over them can be
+/// vectorised.
+class TensionSpline {
+ public:
+    /// Two points or more, x strictly increasing. Computes the slopes.
+    TensionSpline(std::vector<double> x, std::vector<double> y, double shape);
 
-/// Moves the inner points towards the curve over their neighbours and computes the slopes anew.
-/// `smooth` from 0 (half way) to 100 and more (not at all). The slopes of `points` are wanted on
-/// entry.
-///
-/// Each new value lies between the old one and a value between its neighbours', at most half way:
-/// monotone values stay monotone and no value leaves the range of the values around it. A smoothing
-/// spline would do neither, and would lift a water content above saturation.
-void SmoothPoints(std::vector<FPOINT>& points, std::uint32_t smooth, double shape);
+    /// Moves the inner points towards the curve over their neighbours and computes the slopes anew.
+    /// `smooth` from 0 (half way) to 100 and more (not at all).
+    ///
+    /// Each new value lies between the old one and a value between its neighbours', at most half
+    /// way: monotone values stay monotone and no value leaves the range of the values around it. A
+    /// smoothing spline would do neither, and would lift a water content above saturation.
+    void Smooth(std::uint32_t smooth);
 
-/// c0, c1, c2, c3 of each interval: the cubic with the values and slopes of its two points.
-[[nodiscard]] std::vector<double> HermiteCoefficients(std::span<const FPOINT> points);
+    [[nodiscard]] std::span<const double> Slopes() const noexcept { return slope_; }
+    [[nodiscard]] std::span<const double> Y() const noexcept { return y_; }
+
+    /// c0, c1, c2, c3 of each interval: the cubic with the values and slopes of its two points.
+    [[nodiscard]] std::vector<double> Coefficients() const;
+
+    /// The points, when nothing else is wanted any more.
+    [[nodiscard]] std::vector<double> TakeX() && { return std::move(x_); }
+    [[nodiscard]] std::vector<double> TakeY() && { return std::move(y_); }
+
+ private:
+    void ComputeSlopes_();
+    template <class Power>
+    void ComputeInnerSlopes_(const Power& power);
+
+    double shape_;
+    std::vector<double> x_;
+    std::vector<double> y_;
+    std::vector<double> slope_;
+    std::vector<double> width_;   ///< of the interval that begins at each point but the last
+    std::vector<double> secant_;  ///< of that interval
+};
 
 }  // namespace math::fn::interpolate::detail
