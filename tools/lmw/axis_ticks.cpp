@@ -1,0 +1,157 @@
+#include "tools/lmw/axis_ticks.h"
+
+#include "common/str/number_text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <string_view>
+
+namespace lmw::tool {
+namespace {
+
+// 10^exponent, correctly rounded where a double can hold it exactly or nearly so.
+double PowerOfTen(int exponent) {
+    return std::pow(10.0, exponent);
+}
+
+// The least step of the form 1, 2 or 5 times a power of ten that is not below `least`, as digit and
+// exponent, so that labels can be written without rounding errors.
+struct Step {
+    int digit = 1;
+    int exponent = 0;
+    [[nodiscard]] double Size() const {
+        return exponent < 0 ? digit / PowerOfTen(-exponent) : digit * PowerOfTen(exponent);
+    }
+};
+
+Step RoundStep(double least) {
+    Step step;
+    step.exponent = static_cast<int>(std::floor(std::log10(least)));
+    for (const int digit : {1, 2, 5}) {
+        step.digit = digit;
+        if (step.Size() >= least * (1.0 - 1e-9)) {  // 5.000000001 counts as 5: marks stay round
+            return step;
+        }
+    }
+    return {1, step.exponent + 1};
+}
+
+std::string Fixed(double value, int decimals) {
+    std::array<char, 400> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                      std::chars_format::fixed, std::max(decimals, 0));
+    std::string text(buffer.data(), result.ptr);
+    const bool zero = text.find_first_not_of("-0.") == std::string::npos;
+    return zero && text.front() == '-' ? text.substr(1) : text;
+}
+
+std::string Superscript(int exponent) {
+    static constexpr std::array<std::string_view, 10> kDigits = {"⁰", "¹", "²", "³", "⁴",
+                                                                 "⁵", "⁶", "⁷", "⁸", "⁹"};
+    std::string text(exponent < 0 ? "⁻" : "");
+    for (const char digit : std::to_string(std::abs(exponent))) {
+        text += kDigits[static_cast<std::size_t>(digit - '0')];
+    }
+    return text;
+}
+
+AxisTicks LinearTicks(const AxisRange& range, int max_labels) {
+    const Step step = RoundStep((range.high - range.low) / std::max(max_labels - 1, 1));
+    const double size = step.Size();
+    const double first = std::ceil(range.low / size - 1e-6);  // a mark at the very end still counts
+    const double last = std::floor(range.high / size + 1e-6);
+    const double magnitude = std::max(std::fabs(range.low), std::fabs(range.high));
+
+    AxisTicks result;
+    // Labels of numbers that are large or small leave out a power of ten; those that differ only in
+    // late digits leave out what they have in common.
+    int factor = 0;
+    double base = 0.0;  // in steps
+    if (magnitude / size > 1e6) {
+        base = first;
+        result.note = "+ " + str::DoubleNarrowText(first * size);
+    }
+    const double shown = base == 0.0 ? magnitude : range.high - range.low;
+    if (shown >= 1e6 || shown < 1e-3) {
+        const int exponent = static_cast<int>(std::floor(std::log10(shown)));
+        factor = 3 * static_cast<int>(std::floor(exponent / 3.0));
+        result.note = "×10" + Superscript(factor) + (result.note.empty() ? "" : " ") + result.note;
+    }
+    const double unit = step.digit * PowerOfTen(std::abs(step.exponent - factor));
+    for (double k = first; k <= last; k += 1.0) {
+        const double label = step.exponent >= factor
+                                 ? (k - base) * unit
+                                 : (k - base) * step.digit / PowerOfTen(factor - step.exponent);
+        const double value = std::clamp(k * size, range.low, range.high);
+        result.ticks.push_back({value, Fixed(label, factor - step.exponent)});
+    }
+    return result;
+}
+
+// A label for digit * 10^exponent on a logarithmic axis.
+std::string LogLabel(int digit, int exponent, bool as_power) {
+    if (!as_power) {
+        return Fixed(digit * PowerOfTen(exponent), -exponent);
+    }
+    return (digit == 1 ? "" : std::to_string(digit) + "·") + "10" + Superscript(exponent);
+}
+
+AxisTicks LogTicks(const AxisRange& range, int max_labels) {
+    const double low = std::log10(range.low);
+    const double high = std::log10(range.high);
+    const int first = static_cast<int>(std::floor(low));
+    const int last = static_cast<int>(std::ceil(high));
+    const double decades = high - low;
+    const bool label_digits = decades * 3.0 < max_labels;
+    const int stride =
+        std::max(1, static_cast<int>(std::ceil(decades / std::max(max_labels - 1, 1))));
+    const bool as_power = low < -3.5 || high > 5.5;
+
+    AxisTicks result;
+    int labels = 0;
+    for (int exponent = first; exponent <= last; ++exponent) {
+        for (int digit = 1; digit <= (decades > 12.0 ? 1 : 9); ++digit) {
+            const double value = digit * PowerOfTen(exponent);
+            if (value < range.low || value > range.high) {
+                continue;
+            }
+            const bool labelled =
+                digit == 1 ? exponent % stride == 0 : label_digits && (digit == 2 || digit == 5);
+            result.ticks.push_back(
+                {value, labelled ? LogLabel(digit, exponent, as_power) : std::string()});
+            labels += labelled ? 1 : 0;
+        }
+    }
+    return labels < 2 ? LinearTicks(range, max_labels) : result;
+}
+
+}  // namespace
+
+AxisRange RoomyRange(Scale scale, double lowest, double highest) {
+    if (lowest > highest) {
+        std::swap(lowest, highest);
+    }
+    if (scale == Scale::kLogarithmic) {
+        const double ratio = std::max(highest / lowest, 1.0 + 1e-12);
+        const double room = ratio < 1.01 && highest == lowest ? 1.25 : std::pow(ratio, 0.03);
+        return {lowest / room, highest * room};
+    }
+    const double magnitude = std::max(std::fabs(lowest), std::fabs(highest));
+    if (highest == lowest) {
+        const double room = magnitude == 0.0 ? 1.0 : 0.1 * magnitude;
+        return {lowest - room, highest + room};
+    }
+    const double room = std::max(0.04 * (highest - lowest), 0.5e-12 * magnitude);
+    const bool almost_zero = lowest >= 0.0 && lowest < 0.2 * highest;
+    return {almost_zero ? 0.0 : lowest - room, highest + room};
+}
+
+AxisTicks MakeTicks(Scale scale, const AxisRange& range, int max_labels) {
+    const int labels = std::max(max_labels, 2);
+    return scale == Scale::kLogarithmic ? LogTicks(range, labels) : LinearTicks(range, labels);
+}
+
+}  // namespace lmw::tool

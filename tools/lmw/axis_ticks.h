@@ -1,0 +1,43 @@
+#pragma once
+
+// Where an axis has its marks and what is written at them.
+
+#include <string>
+#include <vector>
+
+namespace lmw::tool {
+
+enum class Scale { kLinear, kLogarithmic };
+
+/// The range an axis shows, in the axis' unit; low < high, both above 0 on a logarithmic axis.
+struct AxisRange {
+    double low = 0.0;
+    double high = 1.0;
+};
+
+struct Tick {
+    double value = 0.0;
+    /// Empty for a minor mark, which carries no text.
+    std::string label;
+};
+
+/// The marks of one axis in increasing order, all inside its range.
+struct AxisTicks {
+    std::vector<Tick> ticks;
+    /// What the labels leave out and must be read with them ("×10⁶", "+ 1000000"); usually empty.
+    std::string note;
+};
+
+/// The range of an axis that shows everything from `lowest` to `highest` (swapped or equal bounds
+/// included) with a little room at both ends: at least 1e-12 of the magnitude wide, so that marks
+/// are different numbers; a linear axis begins at 0 when its data almost do. On a logarithmic axis
+/// both must be above 0.
+[[nodiscard]] AxisRange RoomyRange(Scale scale, double lowest, double highest);
+
+/// Marks at round numbers: on a linear axis multiples of 1, 2 or 5 times a power of ten, on a
+/// logarithmic one powers of ten, with 2 and 5 between them where there is room and unlabelled
+/// marks at the other multiples. Gives at most `max_labels` labels (at least 2 are assumed); a
+/// range of a few per cent on a logarithmic axis is marked like a linear one.
+[[nodiscard]] AxisTicks MakeTicks(Scale scale, const AxisRange& range, int max_labels);
+
+}  // namespace lmw::tool

@@ -1,0 +1,17 @@
+#pragma once
+
+// How a command gives up.
+
+#include <stdexcept>
+
+namespace lmw::tool {
+
+/// Bad input, or a file that cannot be read or written. what() is the one line the user reads:
+/// which file, which row, and the reason, without the program's name and without a full stop. The
+/// program ends with exit code 2. Thrown before any output file is opened.
+class Failure : public std::runtime_error {
+ public:
+    using std::runtime_error::runtime_error;
+};
+
+}  // namespace lmw::tool
