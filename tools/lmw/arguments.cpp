@@ -66,4 +66,13 @@ CLI::Option* AddCount(CLI::App& command, const std::string& names, unsigned& val
     return command.add_option_function<std::string>(names, read, description)->type_name("COUNT");
 }
 
+void ThrowUnknownWord(const std::string& names, const std::string& text,
+                      const std::vector<std::string>& allowed) {
+    std::string list;
+    for (const std::string& word : allowed) {
+        list += (list.empty() ? "" : ", ") + word;
+    }
+    throw CLI::ValidationError(LongName(names), Quoted(text) + " is none of " + list);
+}
+
 }  // namespace lmw::tool

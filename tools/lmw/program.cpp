@@ -7,7 +7,9 @@
 #include "tools/lmw/text.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <exception>
+#include <memory>
 #include <ostream>
 
 namespace lmw::tool {
@@ -15,6 +17,42 @@ namespace {
 
 constexpr int kBadInput = 2;
 constexpr int kFault = 1;
+
+// The parser's help, with long descriptions broken into lines.
+class HelpFormatter : public CLI::Formatter {
+ public:
+    HelpFormatter() { label("SUBCOMMAND", "COMMAND"); }
+
+    std::string make_option_opts(const CLI::Option* option) const override {
+        return option->get_type_name().empty() ? "" : " " + option->get_type_name();
+    }
+
+    std::string make_option_desc(const CLI::Option* option) const override {
+        constexpr std::size_t kColumns = 68;
+        std::string text = option->get_description();
+        for (std::size_t start = 0; text.size() - start > kColumns;) {
+            const std::size_t blank = text.rfind(' ', start + kColumns);
+            if (blank == std::string::npos || blank <= start) {
+                break;
+            }
+            text[blank] = '\n';
+            start = blank + 1;
+        }
+        return text;
+    }
+};
+
+// The parser would only say that a command is missing.
+void CheckCommand(const CLI::App& program, const std::vector<std::string>& arguments) {
+    if (arguments.empty()) {
+        throw Failure("no command given (lmw --help lists them)");
+    }
+    const std::string& word = arguments.front();
+    const auto named = [&word](const CLI::App* command) { return command->check_name(word); };
+    if (!word.starts_with('-') && program.get_subcommands(named).empty()) {
+        throw Failure(Quoted(word) + " is no command (lmw --help lists them)");
+    }
+}
 
 int Report(std::ostream& err, const char* what, int exit_code) {
     err << "lmw: " << OneLine(what) << '\n';
@@ -28,7 +66,14 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     program.set_version_flag("--version", LMW_VERSION_STRING);
     program.require_subcommand(1);
     program.failure_message([](const CLI::App*, const CLI::Error& error) { return error.what(); });
+    program.formatter(std::make_shared<HelpFormatter>());
+    AddCurve(program, out);
+    for (CLI::App* const command : program.get_subcommands({})) {
+        command->group("Commands");
+    }
+    program.footer("Each command has its own help: lmw COMMAND --help\n");
     try {
+        CheckCommand(program, arguments);
         std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back
         program.parse(arguments);
     } catch (const CLI::Success& request) {  // help or version
