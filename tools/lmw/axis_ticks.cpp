@@ -12,9 +12,12 @@
 namespace lmw::tool {
 namespace {
 
-// 10^exponent, correctly rounded where a double can hold it exactly or nearly so.
+// Spans below this are taken for none: their steps would lose digits near the least double.
+constexpr double kLeastSpan = 1e-290;
+
+// 10^exponent; the nearest double where that power or its inverse is one (-22 to 22).
 double PowerOfTen(int exponent) {
-    return std::pow(10.0, exponent);
+    return exponent < 0 ? 1.0 / std::pow(10.0, -exponent) : std::pow(10.0, exponent);
 }
 
 // The least step of the form 1, 2 or 5 times a power of ten that is not below `least`, as digit and
@@ -58,6 +61,17 @@ std::string Superscript(int exponent) {
     return text;
 }
 
+// What is added to all labels, as text: "+ 12.5", "- 3"; zeros at the end of decimals are left out.
+std::string SignedSum(std::string number) {
+    if (number.find('.') != std::string::npos) {
+        number.erase(number.find_last_not_of('0') + 1);
+        if (number.back() == '.') {
+            number.pop_back();
+        }
+    }
+    return number.front() == '-' ? "- " + number.substr(1) : "+ " + number;
+}
+
 AxisTicks LinearTicks(const AxisRange& range, int max_labels) {
     const Step step = RoundStep((range.high - range.low) / std::max(max_labels - 1, 1));
     const double size = step.Size();
@@ -68,18 +82,25 @@ AxisTicks LinearTicks(const AxisRange& range, int max_labels) {
     AxisTicks result;
     // Labels of numbers that are large or small leave out a power of ten; those that differ only in
     // late digits leave out what they have in common.
-    int factor = 0;
     double base = 0.0;  // in steps
+    double shown = magnitude;
+    std::string note_of_base;
     if (magnitude / size > 1e6) {
-        base = first;
-        result.note = "+ " + str::DoubleNarrowText(first * size);
+        const int exponent = static_cast<int>(std::ceil(std::log10(range.high - range.low)));
+        const double round = PowerOfTen(exponent);
+        const double rounds = std::floor(first * size / round);
+        base = rounds * std::round(round / size);
+        note_of_base = SignedSum(Fixed(rounds * round, -exponent));
+        shown = (last - base) * size;
     }
-    const double shown = base == 0.0 ? magnitude : range.high - range.low;
+    int factor = 0;
     if (shown >= 1e6 || shown < 1e-3) {
         const int exponent = static_cast<int>(std::floor(std::log10(shown)));
         factor = 3 * static_cast<int>(std::floor(exponent / 3.0));
-        result.note = "×10" + Superscript(factor) + (result.note.empty() ? "" : " ") + result.note;
     }
+    result.note = factor == 0 ? "" : "×10" + Superscript(factor);
+    result.note += result.note.empty() || note_of_base.empty() ? "" : " ";
+    result.note += note_of_base;
     const double unit = step.digit * PowerOfTen(std::abs(step.exponent - factor));
     for (double k = first; k <= last; k += 1.0) {
         const double label = step.exponent >= factor
@@ -134,17 +155,18 @@ AxisRange RoomyRange(Scale scale, double lowest, double highest) {
     if (lowest > highest) {
         std::swap(lowest, highest);
     }
+    const double magnitude = std::max(std::fabs(lowest), std::fabs(highest));
+    bool equal = highest - lowest <= 1e-12 * magnitude;
     if (scale == Scale::kLogarithmic) {
-        const double ratio = std::max(highest / lowest, 1.0 + 1e-12);
-        const double room = ratio < 1.01 && highest == lowest ? 1.25 : std::pow(ratio, 0.03);
+        const double room = equal ? 1.25 : std::pow(highest / lowest, 0.03);
         return {lowest / room, highest * room};
     }
-    const double magnitude = std::max(std::fabs(lowest), std::fabs(highest));
-    if (highest == lowest) {
-        const double room = magnitude == 0.0 ? 1.0 : 0.1 * magnitude;
+    equal = equal || highest - lowest < kLeastSpan;
+    if (equal) {
+        const double room = magnitude < kLeastSpan ? 1.0 : 0.1 * magnitude;
         return {lowest - room, highest + room};
     }
-    const double room = std::max(0.04 * (highest - lowest), 0.5e-12 * magnitude);
+    const double room = 0.04 * (highest - lowest);
     const bool almost_zero = lowest >= 0.0 && lowest < 0.2 * highest;
     return {almost_zero ? 0.0 : lowest - room, highest + room};
 }

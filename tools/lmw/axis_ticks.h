@@ -28,10 +28,10 @@ struct AxisTicks {
     std::string note;
 };
 
-/// The range of an axis that shows everything from `lowest` to `highest` (swapped or equal bounds
-/// included) with a little room at both ends: at least 1e-12 of the magnitude wide, so that marks
-/// are different numbers; a linear axis begins at 0 when its data almost do. On a logarithmic axis
-/// both must be above 0.
+/// The range of an axis that shows everything from `lowest` to `highest` with a little room at both
+/// ends. A linear axis begins at 0 when its data almost do. Bounds that are equal, or differ by
+/// less than 1e-12 of their magnitude, are shown in the middle of a range wide enough to read. On a
+/// logarithmic axis both must be above 0.
 [[nodiscard]] AxisRange RoomyRange(Scale scale, double lowest, double highest);
 
 /// Marks at round numbers: on a linear axis multiples of 1, 2 or 5 times a power of ten, on a

@@ -13,5 +13,6 @@ namespace lmw::tool {
 /// and only then prints its result to `out`. It reports bad input by throwing Failure. `out`
 /// outlives the program object; options live in a shared record that the callback keeps.
 void AddCurve(CLI::App& program, std::ostream& out);
+void AddDemo(CLI::App& program, std::ostream& out);
 
 }  // namespace lmw::tool

@@ -66,6 +66,12 @@ AxisRange RangeOf(const CurveOptions& options, const CsvTable& table,
     return range;
 }
 
+// A file's name without its folder and its type.
+std::string PlainName(const std::string& file) {
+    const std::u8string name = PathOf(file).stem().u8string();
+    return std::string(name.begin(), name.end());
+}
+
 std::string Picture(const CurveOptions& options, const CsvTable& table, const MeasuredCurve& curve,
                     const AxisRange& range, std::size_t x_column, std::size_t y_column) {
     const Scale scale = options.logarithmic ? Scale::kLogarithmic : Scale::kLinear;
@@ -74,29 +80,20 @@ std::string Picture(const CurveOptions& options, const CsvTable& table, const Me
         const std::string header = table.ColumnTitle(column);
         return given.value_or(header.empty() ? otherwise : header);
     };
-    SvgChart chart(options.title.value_or(table.Name()),
+    SvgChart chart(options.title.value_or(PlainName(table.Name())),
                    {title_of(options.x_title, x_column, "x"), scale},
                    {title_of(options.y_title, y_column, "value")});
 
-    Series line{.form = Form::kLine, .label = Described(options.curve), .color = 0};
-    for (const double x : DrawingPlaces(curve, scale, range)) {
-        line.x.push_back(x);
-        line.y.push_back(curve.Value(x));
-    }
+    Series line = LineOf(curve, scale, range);
+    line.label = Described(options.curve);
     chart.Add(std::move(line));
-
-    Series marks{.form = Form::kPoints, .label = "measured", .color = 1};
-    for (const FPOINT& point : curve.Points()) {
-        if (point.x >= range.low && point.x <= range.high) {
-            marks.x.push_back(point.x);
-            marks.y.push_back(point.y);
-        }
-    }
+    Series marks = MarksOf(curve, range);
+    marks.label = "measured";
     const std::size_t hidden = curve.Points().size() - marks.x.size();
     chart.Add(std::move(marks));
     if (hidden > 0) {
-        chart.AddNote(std::to_string(hidden) + " of " + std::to_string(curve.Points().size()) +
-                      " points lie outside the range shown.");
+        chart.AddNote("Points outside the range shown: " + std::to_string(hidden) + " of " +
+                      std::to_string(curve.Points().size()) + ".");
     }
     return chart.Text();
 }

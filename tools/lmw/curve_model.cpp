@@ -24,6 +24,33 @@ using math::fn::interpolate::Step;
 // Derivatives and integrals of these curves are exact; they do not use it.
 const math::algorithm::Tolerance<double> kNoTolerance;
 
+// The places at which a picture needs the curve's values.
+std::vector<double> DrawingPlaces(const MeasuredCurve& curve, Scale scale, const AxisRange& range) {
+    constexpr std::size_t kSpaced = 701;  // about one for each pixel
+    constexpr std::size_t kMaxBreaks = 20000;
+    std::vector<double> places = SpacedPlaces(scale, range, kSpaced);
+    const CurveDomain domain = curve.Domain();
+    const bool repeats = domain.after == Beyond::kRepeats && domain.period > 0.0;
+    const double periods =
+        repeats ? std::ceil(std::max(range.high - domain.first, 0.0) / domain.period) : 0.0;
+    if ((periods + 1.0) * static_cast<double>(curve.Points().size()) <= kMaxBreaks) {
+        for (double shift = 0.0; shift <= periods; shift += 1.0) {
+            for (const FPOINT& point : curve.Points()) {
+                const double at = point.x + (repeats ? shift * domain.period : 0.0);
+                const double before = std::nextafter(at, -std::numeric_limits<double>::infinity());
+                for (const double place : {before, at}) {
+                    if (place >= range.low && place <= range.high) {
+                        places.push_back(place);
+                    }
+                }
+            }
+        }
+    }
+    std::sort(places.begin(), places.end());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    return places;
+}
+
 }  // namespace
 
 std::string Described(const CurveSettings& settings) {
@@ -153,28 +180,25 @@ std::vector<double> SpacedPlaces(Scale scale, const AxisRange& range, std::size_
     return places;
 }
 
-std::vector<double> DrawingPlaces(const MeasuredCurve& curve, Scale scale, const AxisRange& range) {
-    constexpr std::size_t kSpaced = 701;  // about one for each pixel
-    constexpr std::size_t kMaxBreaks = 20000;
-    std::vector<double> places = SpacedPlaces(scale, range, kSpaced);
-    const CurveDomain domain = curve.Domain();
-    const bool repeats = domain.after == Beyond::kRepeats && domain.period > 0.0;
-    const double periods =
-        repeats ? std::ceil(std::max(range.high - domain.first, 0.0) / domain.period) : 0.0;
-    if ((periods + 1.0) * static_cast<double>(curve.Points().size()) <= kMaxBreaks) {
-        for (double shift = 0.0; shift <= periods; shift += 1.0) {
-            for (const FPOINT& point : curve.Points()) {
-                const double at = point.x + (repeats ? shift * domain.period : 0.0);
-                if (at >= range.low && at <= range.high) {
-                    places.push_back(std::nextafter(at, -std::numeric_limits<double>::infinity()));
-                    places.push_back(at);
-                }
-            }
+Series LineOf(const MeasuredCurve& curve, Scale scale, const AxisRange& range) {
+    Series line{.form = Form::kLine};
+    line.x = DrawingPlaces(curve, scale, range);
+    line.y.reserve(line.x.size());
+    for (const double x : line.x) {
+        line.y.push_back(curve.Value(x));
+    }
+    return line;
+}
+
+Series MarksOf(const MeasuredCurve& curve, const AxisRange& range) {
+    Series marks{.form = Form::kPoints};
+    for (const FPOINT& point : curve.Points()) {
+        if (point.x >= range.low && point.x <= range.high) {
+            marks.x.push_back(point.x);
+            marks.y.push_back(point.y);
         }
     }
-    std::sort(places.begin(), places.end());
-    places.erase(std::unique(places.begin(), places.end()), places.end());
-    return places;
+    return marks;
 }
 
 }  // namespace lmw::tool

@@ -13,6 +13,7 @@
 
 #include "tools/lmw/axis_ticks.h"
 #include "tools/lmw/csv_table.h"
+#include "tools/lmw/svg_chart.h"
 
 #include <cstddef>
 #include <string>
@@ -83,10 +84,11 @@ struct CurveRow {
 [[nodiscard]] std::vector<double> SpacedPlaces(Scale scale, const AxisRange& range,
                                                std::size_t count);
 
-/// The places at which a picture of the curve needs its values: close enough together to look
-/// smooth, and on both sides of every data point in the range and of its repetitions, so that jumps
-/// are upright.
-[[nodiscard]] std::vector<double> DrawingPlaces(const MeasuredCurve& curve, Scale scale,
-                                                const AxisRange& range);
+/// The curve in a range as a line to draw, with values close enough together to look smooth and on
+/// both sides of every data point and of its repetitions, so that jumps are upright.
+[[nodiscard]] Series LineOf(const MeasuredCurve& curve, Scale scale, const AxisRange& range);
+
+/// The measured points inside a range, as marks to draw.
+[[nodiscard]] Series MarksOf(const MeasuredCurve& curve, const AxisRange& range);
 
 }  // namespace lmw::tool

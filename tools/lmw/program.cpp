@@ -68,6 +68,7 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     program.failure_message([](const CLI::App*, const CLI::Error& error) { return error.what(); });
     program.formatter(std::make_shared<HelpFormatter>());
     AddCurve(program, out);
+    AddDemo(program, out);
     for (CLI::App* const command : program.get_subcommands({})) {
         command->group("Commands");
     }

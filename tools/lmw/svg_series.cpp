@@ -32,17 +32,25 @@ Series StepCorners(const Series& steps) {
     return line;
 }
 
-// Path data through the points, begun anew after each gap; `end_of_run` closes a run of points.
-std::string PathData(const Series& series, const PixelAxis& x, const PixelAxis& y,
-                     std::string_view end_of_run) {
-    std::string data;
+// The path through a series, begun anew after each gap, and the points that stand alone between
+// gaps.
+struct PathParts {
+    std::string path;
+    std::string lone_points;
+};
+
+// `end_of_run` closes a run of points.
+PathParts PathThrough(const Series& series, const PixelAxis& x, const PixelAxis& y,
+                      std::string_view end_of_run) {
+    PathParts parts;
+    std::string first;
     std::string last;
     std::size_t run = 0;
     const auto end_run = [&] {
         if (run == 1) {
-            data += "h0";  // a lone point shows as a dot
+            parts.lone_points += Joined({"M", first, "h0"});
         } else if (run > 1) {
-            data += end_of_run;
+            parts.path += end_of_run;
         }
         run = 0;
     };
@@ -52,15 +60,20 @@ std::string PathData(const Series& series, const PixelAxis& x, const PixelAxis& 
             continue;
         }
         std::string place = Place(x.At(series.x[i]), y.At(series.y[i]));
-        if (run == 0 || place != last) {
-            data += run == 0 ? 'M' : 'L';
-            data += place;
-            last = std::move(place);
-            ++run;
+        if (run == 0) {
+            first = place;
+        } else if (place == last) {
+            continue;
+        } else if (run == 1) {
+            parts.path += Joined({"M", first, "L", place});
+        } else {
+            parts.path += Joined({"L", place});
         }
+        last = std::move(place);
+        ++run;
     }
     end_run();
-    return data;
+    return parts;
 }
 
 std::string StrokedPath(const std::string& data, const std::string& color, double width,
@@ -167,7 +180,7 @@ std::string SeriesElements(const Series& series, const std::string& color, const
         case Form::kBars:
             return Bars(series, color, x, y);
         case Form::kRegion: {
-            const std::string data = PathData(series, x, y, "Z");
+            const std::string data = PathThrough(series, x, y, "Z").path;
             if (data.empty()) {
                 return data;
             }
@@ -180,8 +193,15 @@ std::string SeriesElements(const Series& series, const std::string& color, const
             break;
     }
     const bool steps = series.form == Form::kSteps;
-    const std::string data = PathData(steps ? StepCorners(series) : series, x, y, {});
-    return data.empty() ? data : StrokedPath(data, color, 2.0, Dashes(series));
+    const PathParts parts = PathThrough(steps ? StepCorners(series) : series, x, y, {});
+    std::string elements;
+    if (!parts.path.empty()) {
+        elements += StrokedPath(parts.path, color, 2.0, Dashes(series));
+    }
+    if (!parts.lone_points.empty()) {
+        elements += StrokedPath(parts.lone_points, color, 5.0);
+    }
+    return elements;
 }
 
 std::string LegendSign(const Series& series, const std::string& color, double x, double y) {

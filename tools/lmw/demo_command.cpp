@@ -1,0 +1,229 @@
+// The worked example: measured soils and a rainfall series, read, interpolated, tabulated and
+// drawn.
+
+#include "common/version.h"
+
+#include "tools/lmw/commands.h"
+#include "tools/lmw/csv_table.h"
+#include "tools/lmw/curve_model.h"
+#include "tools/lmw/svg_chart.h"
+#include "tools/lmw/whole_files.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace lmw::tool {
+namespace {
+
+using math::fn::TailType;
+
+struct Soil {
+    const char* name;
+    const char* file;
+};
+
+constexpr std::array<Soil, 3> kSoils = {{{"sand, Berlin", "retention-sand-berlin"},
+                                         {"loess, Rosdorf", "retention-loess-rosdorf"},
+                                         {"clay, Seelow", "retention-clay-seelow"}}};
+constexpr AxisRange kSuctions = {10.0, 20000.0};  // cm of water, on a logarithmic axis
+
+// A number for people: so many decimals, right-aligned.
+std::string Column(double value, int width, int decimals) {
+    std::array<char, 64> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "%*.*f", width, decimals, value);
+    return buffer.data();
+}
+
+std::string Padded(std::string_view text, std::size_t width) {
+    std::string result(text);
+    result.resize(std::max(width, text.size()), ' ');
+    return result;
+}
+
+// The worked example's results while they are made: a report for the reader and files for the
+// folder.
+class Demonstration {
+ public:
+    Demonstration(std::string data, std::string folder)
+        : data_(std::move(data)), folder_(std::move(folder)) {}
+
+    void Run(std::ostream& out) {
+        report_ = "Loamworks Core " LMW_VERSION_STRING "\n";
+        Retention_();
+        Conductivity_();
+        Precipitation_();
+        MakeFolder(folder_);
+        WriteFiles(files_);
+        out << report_ << "\nWritten to " << folder_ << ":\n";
+        for (const OutputFile& file : files_) {
+            out << "  " << file.name.substr(folder_.size() + 1) << "\n";
+        }
+    }
+
+ private:
+    [[nodiscard]] CsvTable Table_(const std::string& name) const {
+        return CsvTable::ReadFile(data_ + "/" + name + ".csv");
+    }
+
+    void Keep_(const std::string& name, std::string content) {
+        files_.push_back({folder_ + "/" + name, std::move(content)});
+    }
+
+    // Water content over suction. Wetter than the first point the soil stays as it is there; drier
+    // than the last the curve goes on with its end slope.
+    void Retention_() {
+        CurveSettings linear{
+            .kind = CurveKind::kLinear, .before = TailType::Slope(0.0), .after = TailType::Calc()};
+        CurveSettings spline = linear;
+        spline.kind = CurveKind::kSpline;
+        SvgChart all("Measured retention of three soils",
+                     {"suction (cm of water)", Scale::kLogarithmic}, {"water content (cm³/cm³)"});
+        report_ +=
+            "\nRetention: volumetric water content of three soils, spline through the measured "
+            "points\n"
+            "(given: water given up between suctions of 300 and 15000 cm, in % of the volume)\n\n"
+            "                          water content at a suction of (cm)     slope at\n"
+            "  soil            points     100     300    1000   15000      1000 cm (1/cm)    "
+            "given\n";
+        for (std::size_t i = 0; i < kSoils.size(); ++i) {
+            const Soil& soil = kSoils[i];
+            const CsvTable table = Table_(soil.file);
+            const MeasuredCurve straight(linear, ReadPoints(table, 0, 1, linear));
+            const MeasuredCurve round(spline, ReadPoints(table, 0, 1, spline));
+            report_ += "  " + Padded(soil.name, 16) +
+                       Column(static_cast<double>(round.Points().size()), 6, 0);
+            for (const double suction : {100.0, 300.0, 1000.0, 15000.0}) {
+                report_ += Column(round.Value(suction), 8, 4);
+            }
+            report_ += Column(round.Derivative(1000.0), 18, 8) +
+                       Column(100.0 * (round.Value(300.0) - round.Value(15000.0)), 11, 1) + "\n";
+
+            Keep_(soil.file + std::string(".csv"),
+                  CurveCsv(Tabulated(round, SpacedPlaces(Scale::kLogarithmic, kSuctions, 67))));
+            SvgChart chart(std::string("Retention of ") + soil.name,
+                           {"suction (cm of water)", Scale::kLogarithmic},
+                           {"water content (cm³/cm³)"});
+            AddTo_(chart, round, Described(spline), 0, Stroke::kSolid);
+            AddTo_(chart, straight, Described(linear), 6, Stroke::kDashed);
+            AddMarksTo_(chart, round, "measured", 1);
+            for (const std::string& comment : table.Comments()) {
+                chart.AddNote(comment);
+            }
+            Keep_(soil.file + std::string(".svg"), chart.Text());
+            AddTo_(all, round, soil.name, i, Stroke::kSolid);
+            AddMarksTo_(all, round, "", i);
+        }
+        all.AddNote("Rings are measured, lines are splines of tension 50.");
+        Keep_("retention.svg", all.Text());
+    }
+
+    // Conductivity over suction, on two logarithmic axes.
+    void Conductivity_() {
+        const CurveSettings linear;
+        SvgChart chart("Measured conductivity of three soils",
+                       {"suction (cm of water)", Scale::kLogarithmic},
+                       {"conductivity (cm/day)", Scale::kLogarithmic});
+        for (std::size_t i = 0; i < kSoils.size(); ++i) {
+            const CsvTable table = Table_(kSoils[i].file);
+            const MeasuredCurve curve(linear, ReadPoints(table, 0, 2, linear));
+            AddTo_(chart, curve, kSoils[i].name, i, Stroke::kSolid);
+            AddMarksTo_(chart, curve, "", i);
+        }
+        chart.AddNote(
+            "Rings are measured. The lines between them are straight, which logarithmic axes "
+            "bend.");
+        Keep_("conductivity.svg", chart.Text());
+    }
+
+    // Monthly rain as a step function that repeats after a year, and its sums.
+    void Precipitation_() {
+        constexpr double kYear = 12.0;
+        const CurveSettings yearly{
+            .kind = CurveKind::kStep, .after = TailType::Cycle(), .period = kYear};
+        const AxisRange months = {0.0, 3.0 * kYear};
+        const CsvTable table = Table_("precipitation-seattle");
+        SvgChart sums("Precipitation at Seattle, each year repeated", {"month"}, {"sum (mm)"});
+        report_ +=
+            "\nPrecipitation at Seattle: monthly steps, each year repeated (cyclic tail)\n\n"
+            "  year      year's sum (mm)    sum of 30 months    rate in month 30.5 (mm/month)\n";
+        for (std::size_t column = 1; column < table.Header().size(); ++column) {
+            const std::string year = table.Header()[column].substr(0, 4);
+            const MeasuredCurve curve(yearly, ReadPoints(table, 0, column, yearly));
+            report_ += "  " + Padded(year, 8) + Column(curve.Integral(0.0, kYear), 12, 1) +
+                       Column(curve.Integral(0.0, 30.0), 20, 1) + Column(curve.Value(30.5), 20, 1) +
+                       "\n";
+            Series sum{.label = year};
+            for (const CurveRow& row :
+                 Tabulated(curve, SpacedPlaces(Scale::kLinear, months, 361))) {
+                sum.x.push_back(row.x);
+                sum.y.push_back(row.integral);
+            }
+            sums.Add(std::move(sum));
+            if (column == 3) {
+                SvgChart chart("Precipitation at Seattle, " + year + ", repeated", {"month"},
+                               {"rate (mm/month)"});
+                AddTo_(chart, curve, "step function with a cyclic tail, period 12", 0,
+                       Stroke::kSolid, Scale::kLinear, months);
+                AddMarksTo_(chart, curve, "measured", 1, months);
+                Keep_("precipitation.svg", chart.Text());
+                Keep_("precipitation.csv",
+                      CurveCsv(Tabulated(curve, SpacedPlaces(Scale::kLinear, months, 73))));
+            }
+        }
+        Keep_("precipitation-sums.svg", sums.Text());
+    }
+
+    static void AddTo_(SvgChart& chart, const MeasuredCurve& curve, const std::string& label,
+                       std::size_t color, Stroke stroke, Scale scale = Scale::kLogarithmic,
+                       const AxisRange& range = kSuctions) {
+        Series line = LineOf(curve, scale, range);
+        line.label = label;
+        line.color = color;
+        line.stroke = stroke;
+        chart.Add(std::move(line));
+    }
+
+    static void AddMarksTo_(SvgChart& chart, const MeasuredCurve& curve, const std::string& label,
+                            std::size_t color, const AxisRange& range = kSuctions) {
+        Series marks = MarksOf(curve, range);
+        marks.label = label;
+        marks.color = color;
+        chart.Add(std::move(marks));
+    }
+
+    std::string data_;
+    std::string folder_;
+    std::string report_;
+    std::vector<OutputFile> files_;
+};
+
+}  // namespace
+
+void AddDemo(CLI::App& program, std::ostream& out) {
+    struct Options {
+        std::string folder;
+        std::string data = "examples/data";
+    };
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command =
+        program.add_subcommand("demo", "Run the worked example on measured soils");
+    command->add_option("FOLDER", options->folder, "Where tables (CSV) and pictures (SVG) go")
+        ->required()
+        ->type_name("");
+    command
+        ->add_option("--data", options->data,
+                     "Folder of the measured data; examples/data unless given")
+        ->type_name("FOLDER");
+    command->callback([options, &out] { Demonstration(options->data, options->folder).Run(out); });
+}
+
+}  // namespace lmw::tool
