@@ -15,6 +15,9 @@ namespace {
 // Spans below this are taken for none: their steps would lose digits near the least double.
 constexpr double kLeastSpan = 1e-290;
 
+// With fewer, a range may hold no round number at all.
+constexpr int kFewestLabels = 5;
+
 // 10^exponent; the nearest double where that power or its inverse is one (-22 to 22).
 double PowerOfTen(int exponent) {
     return exponent < 0 ? 1.0 / std::pow(10.0, -exponent) : std::pow(10.0, exponent);
@@ -126,7 +129,11 @@ AxisTicks LogTicks(const AxisRange& range, int max_labels) {
     const int first = static_cast<int>(std::floor(low));
     const int last = static_cast<int>(std::ceil(high));
     const double decades = high - low;
-    const bool label_digits = decades * 3.0 < max_labels;
+    // Which digits get labels: as many as there is room for (the unevenness of their spacing
+    // included).
+    const std::string_view digits = 3.0 * decades + 1.2 <= max_labels   ? "125"
+                                    : 2.0 * decades + 1.1 <= max_labels ? "13"
+                                                                        : "1";
     const int stride =
         std::max(1, static_cast<int>(std::ceil(decades / std::max(max_labels - 1, 1))));
     const bool as_power = low < -3.5 || high > 5.5;
@@ -139,14 +146,15 @@ AxisTicks LogTicks(const AxisRange& range, int max_labels) {
             if (value < range.low || value > range.high) {
                 continue;
             }
-            const bool labelled =
-                digit == 1 ? exponent % stride == 0 : label_digits && (digit == 2 || digit == 5);
+            const bool named =
+                digits.find(static_cast<char>('0' + digit)) != std::string_view::npos;
+            const bool labelled = named && exponent % stride == 0;
             result.ticks.push_back(
                 {value, labelled ? LogLabel(digit, exponent, as_power) : std::string()});
             labels += labelled ? 1 : 0;
         }
     }
-    return labels < 2 ? LinearTicks(range, max_labels) : result;
+    return labels < 2 && decades < 1.0 ? LinearTicks(range, max_labels) : result;
 }
 
 }  // namespace
@@ -172,7 +180,7 @@ AxisRange RoomyRange(Scale scale, double lowest, double highest) {
 }
 
 AxisTicks MakeTicks(Scale scale, const AxisRange& range, int max_labels) {
-    const int labels = std::max(max_labels, 2);
+    const int labels = std::max(max_labels, kFewestLabels);
     return scale == Scale::kLogarithmic ? LogTicks(range, labels) : LinearTicks(range, labels);
 }
 

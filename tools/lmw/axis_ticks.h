@@ -34,10 +34,10 @@ struct AxisTicks {
 /// logarithmic axis both must be above 0.
 [[nodiscard]] AxisRange RoomyRange(Scale scale, double lowest, double highest);
 
-/// Marks at round numbers: on a linear axis multiples of 1, 2 or 5 times a power of ten, on a
-/// logarithmic one powers of ten, with 2 and 5 between them where there is room and unlabelled
-/// marks at the other multiples. Gives at most `max_labels` labels (at least 2 are assumed); a
-/// range of a few per cent on a logarithmic axis is marked like a linear one.
+/// Marks at round numbers: on a linear axis multiples of 1, 2 or 5 times a power of ten; on a
+/// logarithmic one powers of ten, with 2 and 5 or 3 times them where there is room, and unlabelled
+/// marks at the other multiples. Gives at most `max_labels` labels (at least 5 are assumed) and at
+/// least one; a logarithmic axis of less than a decade may be marked like a linear one.
 [[nodiscard]] AxisTicks MakeTicks(Scale scale, const AxisRange& range, int max_labels);
 
 }  // namespace lmw::tool

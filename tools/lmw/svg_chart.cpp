@@ -77,7 +77,7 @@ AxisTicks TicksWithoutOverlap(const PixelAxis& axis) {
                 taken = axis.At(tick.value) + half_width;
             }
         }
-        if (!overlap || labels <= 2) {
+        if (!overlap || labels <= 5) {
             return ticks;
         }
     }
@@ -232,7 +232,7 @@ std::string SvgChart::Text() const {
 
     Box plot{kMargin, below + 12.0, kWidth - 26.0, below + 12.0 + kPlotHeight};
     const auto y_ticks = [&] {
-        return MakeTicks(y.scale, y.range, std::max(2, static_cast<int>(plot.Height() / 42.0)));
+        return MakeTicks(y.scale, y.range, static_cast<int>(plot.Height() / 42.0));
     };
     AxisTicks vertical = y_ticks();
     plot.left = kMargin + (y_.title.empty() ? 0.0 : 22.0) + WidestLabel(vertical) + 9.0;
