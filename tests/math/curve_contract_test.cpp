@@ -106,10 +106,10 @@ TEST(AnyCurve, RaisesNoExceptionForArgumentsOutsideTheNumbers) {
 
 TEST(AnyCurve, PreparesAndEvaluatesWithTrapsOn) {
     // The sums over these points overflow; a preparation that let that trap would end the program.
-    const Points huge = {{0.0, 1e308}, {1e300, 1e308}, {2e300, -1e308}, {2.1e300, 3.0}};
+    const Points huge = {{0.0, 1e308}, {1e300, 1e308}, {2e300, 0.0}, {2.1e300, 3.0}};
     for (const unsigned trapping : {0U, kSerious}) {
         sys::SetTrappingFloatingPointExceptions(trapping);
-        (void)MakeSpline(huge, 50, 30).Integrate(2.05e300, 2.06e300, kTolerance);
+        (void)MakeSpline(huge, 100, 30).Integrate(2.05e300, 2.06e300, kTolerance);
         (void)MakeLinear(huge, TailType::None(), TailType::None())(kNan);
         const Step step = MakeStep(huge, TailType::None(), TailType::Cycle());
         (void)step(kUndefined);

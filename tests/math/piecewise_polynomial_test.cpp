@@ -98,8 +98,8 @@ TEST(Cycle, IntegratesTheRestOfOneCycleWholeOnesAndTheStartOfTheLast) {
     EXPECT_DOUBLE_EQ(IntegralOverCycles(0.0, 2e15, 2.0, inside), 2e15);
     EXPECT_EQ(IntegralOverCycles(0.0, HUGE_VAL, 2.0, inside), lmw::kUndefined);
     // A short stretch over the seam keeps its digits.
-    const double over = IntegralOverCycles(2.0 - 1e-9, 2.0 + 1e-9, 2.0, inside);
-    EXPECT_NEAR(over, 2e-9, 1e-22);
+    const double bit = 0x1p-30;
+    EXPECT_DOUBLE_EQ(IntegralOverCycles(2.0 - bit, 2.0 + bit, 2.0, inside), 2.0 * bit);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -34,7 +35,7 @@ TEST(TailType, StoresReservedDoublesAndReadsItsOwnText) {
         EXPECT_EQ(read, row.tail);
     }
     EXPECT_EQ(TailType(), TailType::Slope(0.0));
-    EXPECT_NE(TailType::Calc(), TailType::Slope(1.0999999999999999e308));
+    EXPECT_NE(TailType::Calc(), TailType::Slope(std::nextafter(1.1e308, 0.0)));
 }
 
 TEST(TailType, ReadsWordsOnlyInTheirOwnCaseAndElseNumbers) {

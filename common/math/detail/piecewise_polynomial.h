@@ -163,7 +163,7 @@ double PiecewisePolynomial::IntegralOn_(std::size_t interval, double from,
         return h * (c[0] + m * c[1]);
     } else {
         const double middle = c[0] + m * (c[1] + m * (c[2] + m * c[3]));
-        return h * (middle + h * h * (1.0 / 12.0) * (c[2] + 3.0 * m * c[3]));
+        return h * (middle + h * (h * (c[2] + 3.0 * m * c[3])) * (1.0 / 12.0));
     }
 }
 
