@@ -7,6 +7,8 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <limits>
+#include <string>
 #include <string_view>
 
 namespace lmw::tool {
@@ -18,9 +20,13 @@ constexpr double kLeastSpan = 1e-290;
 // With fewer, a range may hold no round number at all.
 constexpr int kFewestLabels = 5;
 
-// 10^exponent; the nearest double where that power or its inverse is one (-22 to 22).
+// The double nearest to 10^exponent: read from text, because std::pow may miss it, and not on every
+// platform by the same amount.
 double PowerOfTen(int exponent) {
-    return exponent < 0 ? 1.0 / std::pow(10.0, -exponent) : std::pow(10.0, exponent);
+    const std::string text = "1e" + std::to_string(exponent);
+    double power = exponent < 0 ? 0.0 : std::numeric_limits<double>::infinity();
+    std::from_chars(text.data(), text.data() + text.size(), power);
+    return power;
 }
 
 // The least step of the form 1, 2 or 5 times a power of ten that is not below `least`, as digit and

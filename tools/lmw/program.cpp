@@ -63,6 +63,7 @@ int Report(std::ostream& err, const char* what, int exit_code) {
 
 int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostream& err) {
     CLI::App program("Curves, tables and pictures from measured soil data.", "lmw");
+    program.allow_windows_style_options(false);  // "/data/soil.csv" is a path on every platform
     program.set_version_flag("--version", LMW_VERSION_STRING);
     program.require_subcommand(1);
     program.failure_message([](const CLI::App*, const CLI::Error& error) { return error.what(); });
