@@ -121,7 +121,7 @@ gtl::status MakeCubic(const CurvePoints& points, bool cyclic, double period, con
     TensionSpline spline(std::move(x), std::move(y), ShapeParameter(form.tension));
     spline.Smooth(form.smooth);
     std::vector<double> coefficients = spline.Coefficients();
-    EngineError error = polynomial.Start(std::move(spline).TakeX(), std::move(spline).TakeY());
+    EngineError error = polynomial.Start(spline.TakeX(), spline.TakeY());
     if (error != EngineError::kNone) {
         return EngineStatus(L"NewTask", error);
     }

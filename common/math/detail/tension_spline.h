@@ -38,9 +38,9 @@ class TensionSpline {
     /// c0, c1, c2, c3 of each interval: the cubic with the values and slopes of its two points.
     [[nodiscard]] std::vector<double> Coefficients() const;
 
-    /// The points, when nothing else is wanted any more.
-    [[nodiscard]] std::vector<double> TakeX() && { return std::move(x_); }
-    [[nodiscard]] std::vector<double> TakeY() && { return std::move(y_); }
+    /// The points. Afterwards there is nothing else to be had from the object.
+    [[nodiscard]] std::vector<double> TakeX() { return std::move(x_); }
+    [[nodiscard]] std::vector<double> TakeY() { return std::move(y_); }
 
  private:
     void ComputeSlopes_();
