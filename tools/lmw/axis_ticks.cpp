@@ -111,7 +111,8 @@ AxisTicks LinearTicks(const AxisRange& range, int max_labels) {
     result.note += result.note.empty() || note_of_base.empty() ? "" : " ";
     result.note += note_of_base;
     const double unit = step.digit * PowerOfTen(std::abs(step.exponent - factor));
-    for (double k = first; k <= last; k += 1.0) {
+    for (int i = 0; i <= static_cast<int>(last - first); ++i) {
+        const double k = first + i;
         const double label = step.exponent >= factor
                                  ? (k - base) * unit
                                  : (k - base) * step.digit / PowerOfTen(factor - step.exponent);

@@ -89,12 +89,8 @@ std::string Picture(const CurveOptions& options, const CsvTable& table, const Me
     chart.Add(std::move(line));
     Series marks = MarksOf(curve, range);
     marks.label = "measured";
-    const std::size_t hidden = curve.Points().size() - marks.x.size();
+    chart.AddNote(NoteOfHidden(curve, marks));
     chart.Add(std::move(marks));
-    if (hidden > 0) {
-        chart.AddNote("Points outside the range shown: " + std::to_string(hidden) + " of " +
-                      std::to_string(curve.Points().size()) + ".");
-    }
     return chart.Text();
 }
 

@@ -34,9 +34,10 @@ std::vector<double> DrawingPlaces(const MeasuredCurve& curve, Scale scale, const
     const double periods =
         repeats ? std::ceil(std::max(range.high - domain.first, 0.0) / domain.period) : 0.0;
     if ((periods + 1.0) * static_cast<double>(curve.Points().size()) <= kMaxBreaks) {
-        for (double shift = 0.0; shift <= periods; shift += 1.0) {
+        for (int period = 0; period <= static_cast<int>(periods); ++period) {
+            const double shift = repeats ? period * domain.period : 0.0;
             for (const FPOINT& point : curve.Points()) {
-                const double at = point.x + (repeats ? shift * domain.period : 0.0);
+                const double at = point.x + shift;
                 const double before = std::nextafter(at, -std::numeric_limits<double>::infinity());
                 for (const double place : {before, at}) {
                     if (place >= range.low && place <= range.high) {
@@ -199,6 +200,14 @@ Series MarksOf(const MeasuredCurve& curve, const AxisRange& range) {
         }
     }
     return marks;
+}
+
+std::string NoteOfHidden(const MeasuredCurve& curve, const Series& marks) {
+    const std::size_t all = curve.Points().size();
+    const std::size_t hidden = all - marks.x.size();
+    return hidden == 0 ? std::string()
+                       : "Points outside the range shown: " + std::to_string(hidden) + " of " +
+                             std::to_string(all) + ".";
 }
 
 }  // namespace lmw::tool

@@ -91,4 +91,7 @@ struct CurveRow {
 /// The measured points inside a range, as marks to draw.
 [[nodiscard]] Series MarksOf(const MeasuredCurve& curve, const AxisRange& range);
 
+/// A note for a chart that says how many points `marks` leaves out, empty when it shows all.
+[[nodiscard]] std::string NoteOfHidden(const MeasuredCurve& curve, const Series& marks);
+
 }  // namespace lmw::tool

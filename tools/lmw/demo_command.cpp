@@ -11,9 +11,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <charconv>
 #include <cstddef>
-#include <cstdio>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -37,10 +36,12 @@ constexpr std::array<Soil, 3> kSoils = {{{"sand, Berlin", "retention-sand-berlin
 constexpr AxisRange kSuctions = {10.0, 20000.0};  // cm of water, on a logarithmic axis
 
 // A number for people: so many decimals, right-aligned.
-std::string Column(double value, int width, int decimals) {
+std::string Column(double value, std::size_t width, int decimals) {
     std::array<char, 64> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%*.*f", width, decimals, value);
-    return buffer.data();
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                   std::chars_format::fixed, decimals);
+    const std::string text(buffer.data(), end.ptr);
+    return std::string(width - std::min(width, text.size()), ' ') + text;
 }
 
 std::string Padded(std::string_view text, std::size_t width) {
@@ -195,6 +196,7 @@ class Demonstration {
     static void AddMarksTo_(SvgChart& chart, const MeasuredCurve& curve, const std::string& label,
                             std::size_t color, const AxisRange& range = kSuctions) {
         Series marks = MarksOf(curve, range);
+        chart.AddNote(NoteOfHidden(curve, marks));
         marks.label = label;
         marks.color = color;
         chart.Add(std::move(marks));

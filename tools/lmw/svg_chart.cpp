@@ -23,6 +23,8 @@ constexpr double kLabelSize = 12.0;
 constexpr double kNoteSize = 11.0;
 constexpr double kLegendSign = 22.0;
 
+constexpr std::string_view kFonts =
+    "Helvetica, Arial, 'Liberation Sans', 'DejaVu Sans', sans-serif";
 constexpr std::string_view kInk = "#222222";
 constexpr std::string_view kQuietInk = "#555555";
 
@@ -275,14 +277,13 @@ std::string SvgChart::Text() const {
         }
     }
     const std::string total = Pixels(std::ceil(below + 14.0));
-    return Joined(
-        {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"",
-         Pixels(kWidth), "\" height=\"", total, "\" viewBox=\"0 0 ", Pixels(kWidth), " ", total,
-         "\" role=\"img\" font-family=\"Helvetica, Arial, 'Liberation Sans', 'DejaVu Sans', "
-         "sans-serif\">\n<title>",
-         XmlEscaped(title_), "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n",
-         body, "</svg>\n"});
+    const std::string width_text = Pixels(kWidth);
+    return Joined({"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n",
+                   "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"", width_text, "\" height=\"",
+                   total, "\" viewBox=\"0 0 ", width_text, " ", total,
+                   "\" role=\"img\" font-family=\"", kFonts, "\">\n<title>", XmlEscaped(title_),
+                   "</title>\n", "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n", body,
+                   "</svg>\n"});
 }
 
 }  // namespace lmw::tool

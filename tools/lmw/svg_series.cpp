@@ -180,7 +180,7 @@ std::string SeriesElements(const Series& series, const std::string& color, const
         case Form::kBars:
             return Bars(series, color, x, y);
         case Form::kRegion: {
-            const std::string data = PathThrough(series, x, y, "Z").path;
+            std::string data = PathThrough(series, x, y, "Z").path;
             if (data.empty()) {
                 return data;
             }
