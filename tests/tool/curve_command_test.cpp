@@ -203,7 +203,7 @@ TEST(CurveCommand, BadInputGivesOneLineExitCodeTwoAndNoFile) {
         {"one point asked for",
          kThree,
          {"--points", "1"},
-         "--points: \"1\" is not a whole number from 2 to 10000000"},
+         "--points: \"1\" is not a whole number from 2 to 1000000"},
         {"range the wrong way round",
          kThree,
          {"--from", "5", "--to", "1"},

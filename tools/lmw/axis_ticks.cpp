@@ -173,8 +173,8 @@ AxisRange RoomyRange(Scale scale, double lowest, double highest) {
     const double magnitude = std::max(std::fabs(lowest), std::fabs(highest));
     bool equal = highest - lowest <= 1e-12 * magnitude;
     if (scale == Scale::kLogarithmic) {
-        const double room = equal ? 1.25 : std::pow(highest / lowest, 0.03);
-        return {lowest / room, highest * room};
+        const double room = equal ? 1.25 : std::pow(highest, 0.03) / std::pow(lowest, 0.03);
+        return {std::max(lowest / room, 1e-305), std::min(highest * room, 1e305)};
     }
     equal = equal || highest - lowest < kLeastSpan;
     if (equal) {

@@ -22,7 +22,7 @@
 namespace lmw::tool {
 namespace {
 
-constexpr unsigned kMostPoints = 10'000'000;
+constexpr unsigned kMostPoints = 1'000'000;
 
 struct CurveOptions {
     std::string file;

@@ -27,22 +27,22 @@ const math::algorithm::Tolerance<double> kNoTolerance;
 // The places at which a picture needs the curve's values.
 std::vector<double> DrawingPlaces(const MeasuredCurve& curve, Scale scale, const AxisRange& range) {
     constexpr std::size_t kSpaced = 701;  // about one for each pixel
-    constexpr std::size_t kMaxBreaks = 20000;
     std::vector<double> places = SpacedPlaces(scale, range, kSpaced);
     const CurveDomain domain = curve.Domain();
     const bool repeats = domain.after == Beyond::kRepeats && domain.period > 0.0;
-    const double periods =
-        repeats ? std::ceil(std::max(range.high - domain.first, 0.0) / domain.period) : 0.0;
-    if ((periods + 1.0) * static_cast<double>(curve.Points().size()) <= kMaxBreaks) {
-        for (int period = 0; period <= static_cast<int>(periods); ++period) {
-            const double shift = repeats ? period * domain.period : 0.0;
-            for (const FPOINT& point : curve.Points()) {
-                const double at = point.x + shift;
-                const double before = std::nextafter(at, -std::numeric_limits<double>::infinity());
-                for (const double place : {before, at}) {
-                    if (place >= range.low && place <= range.high) {
-                        places.push_back(place);
-                    }
+    // Repetitions too many to be told apart in a picture are not all looked at.
+    const double most = std::ceil(20000.0 / static_cast<double>(curve.Points().size()));
+    const double skipped =
+        repeats ? std::max(std::floor((range.low - domain.first) / domain.period), 0.0) : 0.0;
+    const double shown = repeats ? std::ceil((range.high - range.low) / domain.period) + 1.0 : 0.0;
+    for (int period = 0; period <= static_cast<int>(std::min(shown, most)); ++period) {
+        const double shift = repeats ? (skipped + period) * domain.period : 0.0;
+        for (const FPOINT& point : curve.Points()) {
+            const double at = point.x + shift;
+            const double before = std::nextafter(at, -std::numeric_limits<double>::infinity());
+            for (const double place : {before, at}) {
+                if (place >= range.low && place <= range.high) {
+                    places.push_back(place);
                 }
             }
         }
@@ -172,11 +172,18 @@ std::vector<double> SpacedPlaces(Scale scale, const AxisRange& range, std::size_
         return {range.low};
     }
     std::vector<double> places(count);
+    const double ratio = range.high / range.low;
     for (std::size_t i = 0; i < count; ++i) {
         const double t = static_cast<double>(i) / static_cast<double>(count - 1);
-        places[i] = scale == Scale::kLogarithmic ? range.low * std::pow(range.high / range.low, t)
-                                                 : std::lerp(range.low, range.high, t);
+        if (scale == Scale::kLinear) {
+            places[i] = std::lerp(range.low, range.high, t);
+        } else if (std::isfinite(ratio)) {
+            places[i] = range.low * std::pow(ratio, t);  // keeps round numbers round
+        } else {
+            places[i] = std::exp(std::lerp(std::log(range.low), std::log(range.high), t));
+        }
     }
+    places.front() = range.low;
     places.back() = range.high;
     return places;
 }

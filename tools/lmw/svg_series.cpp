@@ -128,9 +128,12 @@ std::string Bars(const Series& series, const std::string& color, const PixelAxis
 }  // namespace
 
 double PixelAxis::At(double value) const {
-    const double fraction = scale == Scale::kLogarithmic
-                                ? std::log(value / range.low) / std::log(range.high / range.low)
-                                : (value - range.low) / (range.high - range.low);
+    // The quotient of bounds that are 600 decades apart would overflow; their logarithms do not.
+    const auto along = [this](double number) {
+        return scale == Scale::kLogarithmic ? std::log(number) : number;
+    };
+    const double low = along(range.low);
+    const double fraction = (along(value) - low) / (along(range.high) - low);
     return low_pixel + std::clamp(fraction, -10.0, 11.0) * (high_pixel - low_pixel);
 }
 
