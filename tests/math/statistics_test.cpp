@@ -1,0 +1,229 @@
+#include "common/math/statistics.h"
+
+#include "common/undefined.h"
+
+#include "tests/support/property_random.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace {
+
+using lmw::test::Exact;
+using lmw::test::PropertyRandom;
+using math::StatisticsAccumulator;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+std::vector<std::uint32_t> Bins(const StatisticsAccumulator& accumulator) {
+    return {accumulator.BinCounts().begin(), accumulator.BinCounts().end()};
+}
+
+TEST(StatisticsAccumulator, SummarisesAKnownSample) {
+    StatisticsAccumulator a;
+    for (const double x : {2.0, 4.0, 4.0, 4.0, 5.0, 5.0, 7.0, 9.0}) {
+        a.Accumulate(x);
+    }
+    EXPECT_EQ(a.Count(), 8);
+    EXPECT_DOUBLE_EQ(a.Mean(), 5.0);
+    EXPECT_DOUBLE_EQ(a.Variance(), 32.0 / 7.0);
+    EXPECT_DOUBLE_EQ(a.StandardDeviation(), std::sqrt(32.0 / 7.0));
+    EXPECT_EQ(a.Min(), 2.0);
+    EXPECT_EQ(a.Max(), 9.0);
+}
+
+TEST(StatisticsAccumulator, IsUndefinedWhileEmptyAndAfterReset) {
+    const std::vector<double> edges{0.0, 10.0};
+    StatisticsAccumulator a(edges);
+    const auto expect_empty = [&a] {
+        EXPECT_EQ(a.Count(), 0);
+        for (const double value :
+             {a.Mean(), a.Variance(), a.StandardDeviation(), a.Min(), a.Max()}) {
+            EXPECT_EQ(value, lmw::kUndefined);
+        }
+        EXPECT_EQ(Bins(a), (std::vector<std::uint32_t>{0, 0, 0}));
+    };
+    expect_empty();
+    a.Accumulate(-7.0);
+    EXPECT_EQ(a.Mean(), -7.0);
+    EXPECT_EQ(a.Variance(), 0.0);
+    EXPECT_EQ(a.StandardDeviation(), 0.0);
+    EXPECT_EQ(a.Min(), -7.0);
+    EXPECT_EQ(a.Max(), -7.0);
+    a.Reset();
+    expect_empty();
+    a.Accumulate(3.0);  // nothing of the time before is left
+    EXPECT_EQ(a.Mean(), 3.0);
+    EXPECT_EQ(a.Max(), 3.0);
+    EXPECT_EQ(Bins(a), (std::vector<std::uint32_t>{0, 1, 0}));
+}
+
+TEST(StatisticsAccumulator, AnEdgeBelongsToTheBinAboveIt) {
+    const std::vector<double> edges{0.0, 10.0};
+    StatisticsAccumulator a(edges);
+    std::vector<std::vector<std::uint32_t>> after;
+    for (const double x : {-1.0, 0.0, 5.0, 10.0, 11.0}) {
+        a.Accumulate(x);
+        after.push_back(Bins(a));
+    }
+    EXPECT_EQ(after, (std::vector<std::vector<std::uint32_t>>{
+                         {1, 0, 0}, {1, 1, 0}, {1, 2, 0}, {1, 2, 1}, {1, 2, 2}}));
+}
+
+TEST(StatisticsAccumulator, PassesOverNanAndTheUndefinedValueButNotInfinity) {
+    const std::vector<double> edges{0.0};
+    StatisticsAccumulator a(edges);
+    a.Accumulate(1.0);
+    a.Accumulate(kNan);
+    a.Accumulate(lmw::kUndefined);
+    EXPECT_EQ(a.Count(), 1);
+    EXPECT_EQ(a.Mean(), 1.0);
+    EXPECT_EQ(a.Max(), 1.0);
+    EXPECT_EQ(Bins(a), (std::vector<std::uint32_t>{0, 1}));
+    a.Accumulate(-kInfinity);
+    EXPECT_EQ(a.Count(), 2);
+    EXPECT_EQ(a.Min(), -kInfinity);
+    EXPECT_EQ(Bins(a), (std::vector<std::uint32_t>{1, 1}));
+}
+
+TEST(StatisticsAccumulator, RefusesEdgesThatDoNotAscend) {
+    for (const std::vector<double>& edges :
+         {std::vector<double>{1.0, 0.0}, {0.0, 0.0}, {0.0, kNan}, {kNan}, {0.0, 1.0, 0.5}}) {
+        EXPECT_DEBUG_DEATH(
+            {
+                StatisticsAccumulator a(edges);
+                EXPECT_TRUE(a.BinEdges().empty());
+                EXPECT_TRUE(a.BinCounts().empty());
+                a.Accumulate(0.5);
+                EXPECT_EQ(a.Count(), 1);
+            },
+            "bin edges must ascend");
+    }
+    const std::vector<double> good{-kInfinity, 0.0, kInfinity};
+    EXPECT_EQ(StatisticsAccumulator(good).BinCounts().size(), 4U);
+}
+
+// A large mean beside a small deviation, where a sum of squares would lose everything.
+TEST(StatisticsAccumulator, KeepsTheVarianceOfASmallDeviationBesideALargeMean) {
+    StatisticsAccumulator a;
+    for (int i = 0; i < 3000; ++i) {
+        a.Accumulate(1e9 + (i % 3) - 1);
+    }
+    EXPECT_NEAR(a.Mean(), 1e9, 1e-5);
+    EXPECT_NEAR(a.Variance(), 2000.0 / 2999.0, 1e-6);
+}
+
+TEST(StatisticsAccumulator, MergedPartsAreTheWhole) {
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    const std::vector<double> edges{-100.0, -1.0, 0.0, 2.0, 500.0};
+    for (int round = 0; round < 300; ++round) {
+        const double shift = random.SignedLogUniform(1e-3, 1e6);
+        StatisticsAccumulator whole(edges);
+        StatisticsAccumulator merged(edges);
+        double sum = 0.0;
+        std::vector<double> values;
+        for (int part = random.Integer(1, 5); part > 0; --part) {
+            StatisticsAccumulator piece(edges);
+            for (int i = random.Integer(0, 60); i > 0; --i) {
+                const double x = shift + random.SignedLogUniform(1e-3, 1e3);
+                whole.Accumulate(x);
+                piece.Accumulate(x);
+                values.push_back(x);
+                sum += x;
+            }
+            ASSERT_TRUE(merged.Merge(piece));
+        }
+        ASSERT_EQ(merged.Count(), whole.Count());
+        ASSERT_EQ(merged.Min(), whole.Min());
+        ASSERT_EQ(merged.Max(), whole.Max());
+        ASSERT_EQ(Bins(merged), Bins(whole));
+        if (values.empty()) {
+            continue;
+        }
+        const double mean = sum / static_cast<double>(values.size());
+        double m2 = 0.0;
+        for (const double x : values) {
+            m2 += (x - mean) * (x - mean);
+        }
+        const double tolerance = 1e-12 * (std::fabs(shift) + 1e3);
+        ASSERT_NEAR(merged.Mean(), mean, tolerance) << Exact(shift);
+        ASSERT_NEAR(whole.Mean(), mean, tolerance) << Exact(shift);
+        if (values.size() > 1) {
+            const double variance = m2 / static_cast<double>(values.size() - 1);
+            ASSERT_NEAR(merged.Variance(), variance, 1e-8 * variance) << Exact(shift);
+            ASSERT_NEAR(whole.Variance(), variance, 1e-8 * variance) << Exact(shift);
+        }
+    }
+}
+
+TEST(StatisticsAccumulator, MergesWithItselfAndRefusesOtherEdges) {
+    const std::vector<double> edges{0.0};
+    StatisticsAccumulator a(edges);
+    a.Accumulate(-1.0);
+    a.Accumulate(3.0);
+    EXPECT_TRUE(a.Merge(a));
+    EXPECT_EQ(a.Count(), 4);
+    EXPECT_EQ(a.Mean(), 1.0);
+    EXPECT_DOUBLE_EQ(a.Variance(), 16.0 / 3.0);
+    EXPECT_EQ(Bins(a), (std::vector<std::uint32_t>{2, 2}));
+    StatisticsAccumulator without;
+    without.Accumulate(1.0);
+    EXPECT_FALSE(a.Merge(without));
+    EXPECT_FALSE(without.Merge(a));
+    EXPECT_EQ(a.Count(), 4);
+    EXPECT_EQ(without.Count(), 1);
+}
+
+TEST(StatisticsAccumulator, ARangeGivesTheBitsOfItsValuesOneByOne) {
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    const std::vector<double> edges{-10.0, 0.0, 10.0};
+    StatisticsAccumulator single(edges);
+    StatisticsAccumulator range(edges);
+    range.Accumulate(std::vector<double>{});
+    EXPECT_EQ(range.Mean(), lmw::kUndefined);
+    for (int round = 0; round < 20; ++round) {
+        std::vector<double> values;
+        for (int i = random.Integer(0, 100); i > 0; --i) {
+            values.push_back(random.Chance(0.1)   ? kNan
+                             : random.Chance(0.1) ? lmw::kUndefined
+                                                  : random.SignedLogUniform(1e-3, 1e3));
+            single.Accumulate(values.back());
+        }
+        range.Accumulate(values);
+        ASSERT_EQ(range.Count(), single.Count());
+        ASSERT_EQ(range.Mean(), single.Mean());
+        ASSERT_EQ(range.Variance(), single.Variance());
+        ASSERT_EQ(range.Min(), single.Min());
+        ASSERT_EQ(range.Max(), single.Max());
+        ASSERT_EQ(Bins(range), Bins(single));
+    }
+}
+
+// Doubling by merging reaches the count's end without 2^31 calls.
+TEST(StatisticsAccumulator, StopsAtTheLargestCount) {
+    StatisticsAccumulator a;
+    StatisticsAccumulator total;
+    a.Accumulate(1.0);
+    for (int i = 0; i < 31; ++i) {
+        ASSERT_TRUE(total.Merge(a));  // total: 2^(i + 1) - 1
+        if (i < 30) {
+            ASSERT_TRUE(a.Merge(a));
+        }
+    }
+    EXPECT_EQ(total.Count(), std::numeric_limits<std::int32_t>::max());
+    EXPECT_FALSE(total.Merge(a));
+    total.Accumulate(99.0);
+    total.Accumulate(std::vector<double>{98.0, 99.0});
+    EXPECT_EQ(total.Count(), std::numeric_limits<std::int32_t>::max());
+    EXPECT_EQ(total.Max(), 1.0);
+}
+
+}  // namespace

@@ -1,0 +1,158 @@
+#include "common/mesh/element_shape.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using lmw::mesh::MeshDimension;
+using lmw::mesh::element::shape::Traits;
+using lmw::mesh::element::shape::Type;
+using lmw::mesh::element::shape::impl::TraitsLookup;
+
+using Point = std::array<double, 3>;
+
+// Corner positions of one element of each solid shape, bottom counter-clockwise seen from above.
+std::vector<Point> Corners(Type type) {
+    switch (type) {
+        case Type::tetrahedron:
+            return {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0.2, 0.2, 1}};
+        case Type::pyramid:
+            return {{1, 1, 0}, {-1, 1, 0}, {-1, -1, 0}, {1, -1, 0}, {0, 0, 1}};
+        case Type::prism:
+            return {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}};
+        default:
+            return {{1, 1, 0}, {-1, 1, 0}, {-1, -1, 0}, {1, -1, 0},
+                    {1, 1, 1}, {-1, 1, 1}, {-1, -1, 1}, {1, -1, 1}};
+    }
+}
+
+// The edges of each solid in the order of their middle nodes.
+std::vector<std::pair<int, int>> Edges(Type type) {
+    switch (type) {
+        case Type::tetrahedron:
+            return {{0, 1}, {1, 2}, {2, 0}, {0, 3}, {1, 3}, {2, 3}};
+        case Type::pyramid:
+            return {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {0, 4}, {1, 4}, {2, 4}, {3, 4}};
+        case Type::prism:
+            return {{0, 1}, {1, 2}, {2, 0}, {3, 4}, {4, 5}, {5, 3}, {0, 3}, {1, 4}, {2, 5}};
+        default:
+            return {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
+                    {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
+    }
+}
+
+TEST(ElementShape, HasThePrescribedRows) {
+    struct Row {
+        int index, corners, quadratic, dimension, facets, points;
+    };
+    for (const Row& row : {Row{0, 0, 0, 0, 0, 0}, Row{1, 2, 3, 1, 2, 2}, Row{2, 3, 6, 2, 3, 3},
+                           Row{3, 4, 8, 2, 4, 4}, Row{4, 4, 10, 3, 4, 4}, Row{5, 5, 13, 3, 5, 8},
+                           Row{6, 6, 15, 3, 5, 6}, Row{7, 8, 20, 3, 6, 8}}) {
+        SCOPED_TRACE(row.index);
+        const Traits& traits = TraitsLookup(static_cast<Type>(row.index));
+        EXPECT_EQ(static_cast<int>(traits.type), row.index);
+        EXPECT_EQ(traits.corner_nodes, row.corners);
+        EXPECT_EQ(traits.quadratic_nodes, row.quadratic);
+        EXPECT_EQ(traits.dimension, row.dimension);
+        EXPECT_EQ(traits.facets, row.facets);
+        EXPECT_EQ(traits.integration_points, row.points);
+        EXPECT_EQ(traits.facet_nodes != nullptr, row.index > 0);
+    }
+    for (const int no_shape : {-1, 8, 0x7fffffff}) {
+        EXPECT_EQ(TraitsLookup(static_cast<Type>(no_shape)).type, Type::none);
+    }
+}
+
+std::vector<std::vector<int>> Facets(Type type) {
+    std::vector<std::vector<int>> facets;
+    const Traits& traits = TraitsLookup(type);
+    for (int f = 0; f < traits.facets; ++f) {
+        const auto nodes = traits.facet_nodes(f);
+        facets.emplace_back(nodes.begin(), nodes.end());
+    }
+    EXPECT_TRUE(traits.facet_nodes(-1).empty());
+    EXPECT_TRUE(traits.facet_nodes(traits.facets).empty());
+    return facets;
+}
+
+TEST(ElementShape, PlanarFacetsArePrescribed) {
+    using Lists = std::vector<std::vector<int>>;
+    EXPECT_EQ(Facets(Type::line), (Lists{{0}, {1}}));
+    EXPECT_EQ(Facets(Type::triangle), (Lists{{0, 1, 4}, {1, 2, 5}, {2, 0, 6}}));
+    EXPECT_EQ(Facets(Type::quadrilateral), (Lists{{0, 1, 4}, {1, 2, 5}, {2, 3, 6}, {3, 0, 7}}));
+}
+
+TEST(ElementShape, FacesOfSolidsPointOutwardAndCloseTheElement) {
+    for (const Type type : {Type::tetrahedron, Type::pyramid, Type::prism, Type::hexahedron}) {
+        SCOPED_TRACE(static_cast<int>(type));
+        const Traits& traits = TraitsLookup(type);
+        const auto corners = Corners(type);
+        ASSERT_EQ(static_cast<int>(corners.size()), traits.corner_nodes);
+        Point centre{};
+        for (const Point& p : corners) {
+            for (std::size_t k = 0; k < 3; ++k) {
+                centre[k] += p[k] / static_cast<double>(corners.size());
+            }
+        }
+        std::map<std::pair<int, int>, int> middle_of;
+        int next = traits.corner_nodes;
+        for (const auto& [i, j] : Edges(type)) {
+            middle_of[{i, j}] = middle_of[{j, i}] = next++;
+        }
+        ASSERT_EQ(next, traits.quadratic_nodes);
+
+        std::set<std::pair<int, int>> directed_edges;
+        double flux = 0.0;  // of the position vector: three times the volume
+        for (const std::vector<int>& face : Facets(type)) {
+            const std::size_t n = face.size() / 2;
+            ASSERT_TRUE(face.size() == 6 || face.size() == 8);
+            Point normal{};
+            for (std::size_t k = 0; k < n; ++k) {
+                const int from = face[k];
+                const int to = face[(k + 1) % n];
+                EXPECT_TRUE(directed_edges.emplace(from, to).second) << from << '-' << to;
+                ASSERT_TRUE(middle_of.contains({from, to})) << from << '-' << to;
+                EXPECT_EQ(face[n + k], (middle_of[{from, to}])) << from << '-' << to;
+                const Point& a = corners[static_cast<std::size_t>(from)];
+                const Point& b = corners[static_cast<std::size_t>(to)];
+                for (std::size_t c = 0; c < 3; ++c) {
+                    normal[c] +=
+                        0.5 * (a[(c + 1) % 3] * b[(c + 2) % 3] - a[(c + 2) % 3] * b[(c + 1) % 3]);
+                }
+            }
+            const Point& on_face = corners[static_cast<std::size_t>(face[0])];
+            double outward = 0.0;
+            for (std::size_t c = 0; c < 3; ++c) {
+                outward += normal[c] * (on_face[c] - centre[c]);
+                flux += normal[c] * on_face[c];
+            }
+            EXPECT_GT(outward, 0.0);
+        }
+        for (const auto& [from, to] : directed_edges) {
+            EXPECT_TRUE(directed_edges.contains({to, from})) << from << '-' << to;
+        }
+        const double volume = type == Type::tetrahedron ? 1.0 / 6.0
+                              : type == Type::pyramid   ? 4.0 / 3.0
+                              : type == Type::prism     ? 0.5
+                                                        : 4.0;
+        EXPECT_NEAR(flux / 3.0, volume, 1e-15);
+    }
+}
+
+TEST(MeshDimension, IsTheLargestOfItsElements) {
+    EXPECT_EQ(MeshDimension({}), 0);
+    const Type planar[] = {Type::line, Type::quadrilateral, Type::none, Type::triangle};
+    EXPECT_EQ(MeshDimension(planar), 2);
+    const Type solid[] = {Type::line, Type::prism, Type::quadrilateral};
+    EXPECT_EQ(MeshDimension(solid), 3);
+    EXPECT_EQ(MeshDimension(std::span(planar).first(1)), 1);
+}
+
+}  // namespace
