@@ -1,0 +1,5 @@
+#include "common/datatable/table_collaborators.h"
+
+IParamEvaluator::~IParamEvaluator() = default;
+
+ICalculators::~ICalculators() = default;

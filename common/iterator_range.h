@@ -1,0 +1,44 @@
+#pragma once
+
+// Two iterators as one range: what a range-for and the algorithms of the standard library take.
+
+#include <cstddef>
+#include <iterator>
+#include <utility>
+
+namespace gtl {
+
+/// The elements from `first` up to `last`. Refers to them, owns nothing; cheap to copy.
+template <class Iterator>
+class iterator_range {
+ public:
+    using iterator = Iterator;
+    using value_type = typename std::iterator_traits<Iterator>::value_type;
+    using reference = typename std::iterator_traits<Iterator>::reference;
+    using difference_type = typename std::iterator_traits<Iterator>::difference_type;
+
+    /// An empty range.
+    constexpr iterator_range() = default;
+    constexpr iterator_range(Iterator first, Iterator last)
+        : first_(std::move(first)), last_(std::move(last)) {}
+
+    [[nodiscard]] constexpr Iterator begin() const { return first_; }
+    [[nodiscard]] constexpr Iterator end() const { return last_; }
+    [[nodiscard]] constexpr bool empty() const { return first_ == last_; }
+
+    /// The number of elements; constant time for random-access iterators.
+    [[nodiscard]] constexpr std::size_t size() const {
+        return static_cast<std::size_t>(std::distance(first_, last_));
+    }
+
+    /// Element `k`, counted from 0, of a range of random-access iterators; k < size().
+    [[nodiscard]] constexpr reference operator[](std::size_t k) const {
+        return first_[static_cast<difference_type>(k)];
+    }
+
+ private:
+    Iterator first_{};
+    Iterator last_{};
+};
+
+}  // namespace gtl
