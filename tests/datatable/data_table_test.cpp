@@ -1,0 +1,315 @@
+#include "common/datatable/data_table.h"
+
+#include "tests/support/property_random.h"
+#include "tests/support/test_host.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using P = DataParamType;
+using lmw::kUndefined;
+
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+/// Remembers what the table looked like when it was told of changes.
+class Recorder : public ICalculators {
+ public:
+    void TableChanged(DataTable& table) noexcept override {
+        ++calls;
+        rows = table.RowCount();
+        columns = table.ColumnCount();
+    }
+    int calls = 0;
+    std::uint32_t rows = 0;
+    std::uint32_t columns = 0;
+};
+
+/// Supplies the pore pressure from the total head, and claims to supply the null parameter.
+class HeadEvaluator : public IParamEvaluator {
+ public:
+    [[nodiscard]] bool CanSupply(P param, const DataTable& table) const override {
+        return param == P::Null || (param == P::PorePressure && table.HasParam(P::TotalHead));
+    }
+    [[nodiscard]] double Supply(P, const DataTable& table, GID row) const override {
+        const double head = table.Value(row, P::TotalHead);
+        return lmw::IsDefined(head) ? 9.81 * head : kUndefined;
+    }
+};
+
+DataTable Made(const DataParamList& params, std::uint32_t rows) {
+    DataTable table;
+    EXPECT_TRUE(table.Init(params, rows).Succeeded());
+    return table;
+}
+
+template <class Range>
+std::vector<double> Values(const Range& range) {
+    return {range.begin(), range.end()};
+}
+
+TEST(DataTable, InitKeepsTheOrderAndDropsRepeatsAndNull) {
+    const DataTable table =
+        Made({P::Time, P::Null, P::Porosity, P::Time, DataParamType{744}, DataParamType{745}}, 2);
+    EXPECT_EQ(table.Params(), (DataParamList{P::Time, P::Porosity, DataParamType{744}}));
+    EXPECT_EQ(table.ColumnOf(P::Time), 1U);
+    EXPECT_EQ(table.ColumnOf(DataParamType{744}), 3U);
+    EXPECT_EQ(table.ColumnOf(P::Null), 0U);
+    EXPECT_EQ(table.ColumnOf(DataParamType{745}), 0U);
+    EXPECT_EQ(Values(table.Row(2)), std::vector<double>(3, kUndefined));
+}
+
+TEST(DataTable, RowsAreContiguousAndColumnsStrided) {
+    DataTable table = Made({P::Time, P::TotalHead, P::Porosity}, 4);
+    double number = 0.0;
+    for (GID row = 1; row <= 4; ++row) {
+        for (double& cell : table.Row(row)) {
+            cell = number++;  // the position itself
+        }
+    }
+    EXPECT_EQ(Values(table.Column(P::TotalHead)), (std::vector<double>{1, 4, 7, 10}));
+    EXPECT_EQ(Values(std::as_const(table).Row(3)), (std::vector<double>{6, 7, 8}));
+    for (std::uint32_t row = 1; row <= 4; ++row) {
+        for (std::uint32_t column = 1; column <= 3; ++column) {
+            const auto position = static_cast<double>(table.Position(row, column));
+            EXPECT_EQ(table.Value(row, table.Params()[column - 1]), position);
+        }
+    }
+    table.Column(P::Porosity)[3] = 99.0;
+    EXPECT_EQ(table.Value(4, P::Porosity), 99.0);
+}
+
+TEST(DataTable, WhatIsNotStoredIsAbsentNotAnError) {
+    DataTable table = Made({P::Time}, 2);
+    for (const GID row : {0U, 3U, 0xFFFFFFFFU}) {
+        EXPECT_TRUE(table.Row(row).empty()) << row;
+        EXPECT_EQ(table.Value(row, P::Time), kUndefined) << row;
+        EXPECT_FALSE(table.SetValue(row, P::Time, 1.0)) << row;
+    }
+    EXPECT_TRUE(table.Column(P::Porosity).empty());
+    EXPECT_FALSE(table.SetValue(1, P::Porosity, 0.3));
+    EXPECT_EQ(table.Value(1, DataParamType{100000}), kUndefined);
+    EXPECT_EQ(table.GetAs<std::string>(1, P::Porosity), "");
+}
+
+TEST(DataTable, WithoutRowsOrColumnsEveryPositionIs0) {
+    const DataTable no_rows = Made({P::Time, P::Porosity}, 0);
+    const DataTable no_columns = Made({}, 5);
+    for (const DataTable* table : {&no_rows, &no_columns}) {
+        EXPECT_EQ(table->Position(3, 2), 0U);
+        EXPECT_TRUE(table->Row(1).empty());
+        EXPECT_TRUE(table->Column(P::Time).empty());
+    }
+}
+
+TEST(DataTable, RowsAddedAfterShrinkingAreMissing) {
+    const auto recorder = std::make_shared<Recorder>();
+    DataTable table = Made({P::Time, P::Porosity}, 3);
+    table.SetCalculators(recorder);
+    for (GID row = 1; row <= 3; ++row) {
+        table.SetValue(row, P::Porosity, row);
+    }
+    ASSERT_TRUE(table.ResizeRows(1).Succeeded());
+    EXPECT_EQ(recorder->rows, 1U);  // told after the change
+    ASSERT_TRUE(table.ResizeRows(4).Succeeded());
+    EXPECT_EQ(recorder->rows, 4U);
+    EXPECT_EQ(recorder->calls, 2);
+    EXPECT_EQ(Values(table.Column(P::Porosity)),
+              (std::vector<double>{1, kUndefined, kUndefined, kUndefined}));
+    EXPECT_EQ(table.ColumnCount(), 2U);
+}
+
+TEST(DataTable, HasParamAsksTheEvaluatorButNeverForNull) {
+    DataTable table = Made({P::TotalHead}, 1);
+    EXPECT_FALSE(table.HasParam(P::PorePressure));
+    table.SetEvaluator(std::make_shared<HeadEvaluator>());
+    EXPECT_TRUE(table.HasParam(P::TotalHead));
+    EXPECT_TRUE(table.HasParam(P::PorePressure));
+    EXPECT_FALSE(table.HasParam(P::Porosity));
+    EXPECT_FALSE(table.HasParam(P::Null));
+    EXPECT_FALSE(table.HasParam(DataParamType{745}));
+}
+
+TEST(DataTable, AValueIsSuppliedWhereItIsNotStored) {
+    DataTable table = Made({P::TotalHead}, 2);
+    table.SetEvaluator(std::make_shared<HeadEvaluator>());
+    table.SetValue(1, P::TotalHead, 2.0);
+    EXPECT_EQ(table.ValueOrSupplied(1, P::PorePressure), 9.81 * 2.0);
+    EXPECT_EQ(table.ValueOrSupplied(2, P::PorePressure), kUndefined);
+    EXPECT_EQ(table.ValueOrSupplied(3, P::PorePressure), kUndefined);
+    EXPECT_EQ(table.ValueOrSupplied(1, P::Null), kUndefined);
+    EXPECT_EQ(table.Value(1, P::PorePressure), kUndefined);
+    EXPECT_EQ(table.GetAs<std::wstring>(1, P::PorePressure), L"19.62");
+}
+
+TEST(DataTable, TextIsTheShortestThatReadsBack) {
+    DataTable table = Made({P::Porosity}, 3);
+    table.SetValue(1, P::Porosity, 0.1);
+    table.SetValue(2, P::Porosity, -0.0);
+    EXPECT_EQ(table.GetAs<std::string>(1, P::Porosity), "0.1");
+    EXPECT_EQ(table.GetAs<std::wstring>(2, P::Porosity), L"-0");
+    EXPECT_EQ(table.GetAs<std::wstring>(3, P::Porosity), L"");
+}
+
+TEST(DataTable, EqualsComparesListShapeAndBits) {
+    const auto filled = [](double value) {
+        DataTable table = Made({P::Time, P::Porosity}, 2);
+        table.SetValue(1, P::Porosity, value);
+        return table;
+    };
+    EXPECT_TRUE(filled(kNan).Equals(filled(kNan)));
+    EXPECT_FALSE(filled(0.0).Equals(filled(-0.0)));
+    EXPECT_FALSE(filled(kUndefined).Equals(filled(std::nextafter(kUndefined, 0.0))));
+    EXPECT_FALSE(Made({P::Time, P::Porosity}, 2).Equals(Made({P::Porosity, P::Time}, 2)));
+    EXPECT_FALSE(Made({P::Time}, 0).Equals(Made({P::Time}, 1)));
+    EXPECT_FALSE(Made({P::Time}, 0).Equals(Made({}, 0)));
+    DataTable with_others = filled(1.0);
+    with_others.SetEvaluator(std::make_shared<HeadEvaluator>());
+    with_others.SetSubject(7);
+    EXPECT_TRUE(with_others.Equals(filled(1.0)));
+}
+
+TEST(DataTable, AssignCopiesTheDataAndKeepsTheCollaborators) {
+    DataTable source = Made({P::Time}, 2);
+    source.SetValue(2, P::Time, 5.0);
+    source.SetSubject(3);
+    source.SetEvaluator(std::make_shared<HeadEvaluator>());
+    const auto recorder = std::make_shared<Recorder>();
+    DataTable target = Made({P::Porosity, P::TotalHead}, 1);
+    target.SetCalculators(recorder);
+    ASSERT_TRUE(target.Assign(source).Succeeded());
+    EXPECT_TRUE(target.Equals(source));
+    EXPECT_EQ(target.Subject(), 3U);
+    EXPECT_FALSE(target.HasParam(P::Porosity));
+    EXPECT_EQ(target.Evaluator(), nullptr);
+    EXPECT_EQ(target.Calculators(), recorder);
+    EXPECT_EQ(recorder->calls, 1);
+    EXPECT_EQ(recorder->columns, 1U);
+    ASSERT_TRUE(target.Assign(target).Succeeded());
+    EXPECT_TRUE(target.Equals(source));
+}
+
+TEST(DataTable, InvalidateKeepsTheShape) {
+    const auto recorder = std::make_shared<Recorder>();
+    DataTable table = Made({P::Time}, 2);
+    table.SetCalculators(recorder);
+    table.SetValue(1, P::Time, 5.0);
+    table.Invalidate();
+    EXPECT_TRUE(table.Equals(Made({P::Time}, 2)));
+    EXPECT_EQ(recorder->calls, 1);
+}
+
+TEST(DataTable, SwapAndMoveTakeEverythingAndTellNobody) {
+    const auto recorder = std::make_shared<Recorder>();
+    DataTable a = Made({P::Time, P::Porosity}, 2);
+    a.SetCalculators(recorder);
+    a.SetValue(2, P::Porosity, 0.4);
+    DataTable b;
+    b.Swap(a);
+    EXPECT_TRUE(a.IsMissing());
+    EXPECT_EQ(a.Calculators(), nullptr);
+    EXPECT_EQ(b.Value(2, P::Porosity), 0.4);
+    EXPECT_EQ(b.ColumnOf(P::Porosity), 2U);
+    DataTable c = std::move(b);
+    EXPECT_EQ(c.Value(2, P::Porosity), 0.4);
+    EXPECT_TRUE(b.IsMissing());  // NOLINT(bugprone-use-after-move): the state after it is promised
+    EXPECT_EQ(c.Calculators(), recorder);
+    EXPECT_EQ(recorder->calls, 0);
+}
+
+TEST(DataTable, IsMissingOnlyWhenThereIsNothing) {
+    DataTable table;
+    EXPECT_TRUE(table.IsMissing());
+    table.SetSubject(1);
+    EXPECT_FALSE(table.IsMissing());
+    table.SetSubject(0);
+    table.SetEvaluator(std::make_shared<HeadEvaluator>());
+    EXPECT_FALSE(table.IsMissing());
+    EXPECT_FALSE(Made({P::Time}, 0).IsMissing());
+    EXPECT_TRUE(Made({}, 3).IsMissing());
+}
+
+TEST(DataTable, ClearTellsTheCalculatorsItLetsGo) {
+    const auto recorder = std::make_shared<Recorder>();
+    DataTable table = Made({P::Time}, 2);
+    table.SetCalculators(recorder);
+    table.SetEvaluator(std::make_shared<HeadEvaluator>());
+    table.SetSubject(4);
+    table.Clear();
+    EXPECT_TRUE(table.IsMissing());
+    EXPECT_EQ(table.Calculators(), nullptr);
+    EXPECT_EQ(recorder->calls, 1);
+    EXPECT_EQ(recorder->rows, 0U);
+}
+
+TEST(DataTable, BulkReadsAndWritesGoAsFarAsBothSides) {
+    DataTable table = Made({P::Time, P::Porosity}, 3);
+    EXPECT_EQ(table.WriteColumn(P::Porosity, std::vector<double>{0.1, 0.2}), 2U);
+    EXPECT_EQ(table.WriteColumn(P::TotalHead, std::vector<double>{1.0}), 0U);
+    std::vector<double> read(4, -7.0);
+    EXPECT_EQ(table.ReadColumn(P::Porosity, read), 3U);
+    EXPECT_EQ(read, (std::vector<double>{0.1, 0.2, kUndefined, -7.0}));
+    EXPECT_EQ(table.ReadColumn(P::Porosity, read, datatable::MissingAs::kNan), 3U);
+    EXPECT_TRUE(std::isnan(read[2]));
+    EXPECT_EQ(read[3], -7.0);
+    EXPECT_EQ(table.ReadColumn(P::TotalHead, read), 0U);
+    EXPECT_EQ(Values(table.Column(P::Time)), std::vector<double>(3, kUndefined));
+    const datatable::ColumnView view = table.ColumnWithNan(P::Porosity);
+    EXPECT_EQ(view[1], 0.2);
+    EXPECT_TRUE(std::isnan(view[2]));
+}
+
+TEST(DataTable, WantOfMemoryIsAStatusAndLeavesTheTable) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "sanitizers end the program instead of refusing memory";
+#endif
+    DataParamList all;
+    for (std::uint32_t value = 1; value < 745; ++value) {
+        all.push_back(DataParamType{value});
+    }
+    const lmw::test::TestHost host;
+    DataTable table = Made(all, 1);
+    table.SetEvaluator(std::make_shared<HeadEvaluator>());
+    table.SetValue(1, P::Time, 5.0);
+    EXPECT_EQ(table.ResizeRows(0xFFFFFFFFU).MessageId(), 20654U);  // 25 million million bytes
+    EXPECT_EQ(table.Init(all, 0xFFFFFFFFU).MessageId(), 20654U);
+    EXPECT_EQ(table.RowCount(), 1U);
+    EXPECT_EQ(table.Value(1, P::Time), 5.0);
+    EXPECT_NE(table.Evaluator(), nullptr);
+}
+
+// A table against a plain map of cells, through many changes drawn at random.
+TEST(DataTable, BehavesLikeAMapOfCells) {
+    lmw::test::PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    const DataParamList params = {P::Time, P::Porosity, P::TotalHead, P::Cohesion};
+    DataTable table = Made(params, 5);
+    std::map<std::pair<GID, P>, double> cells;
+    GID rows = 5;
+    for (int round = 0; round < 3000; ++round) {
+        const auto row = static_cast<GID>(random.Integer(0, 9));
+        const P param = params[static_cast<std::size_t>(random.Integer(0, 3))];
+        if (random.Chance(0.1)) {
+            rows = static_cast<GID>(random.Integer(0, 8));
+            ASSERT_TRUE(table.ResizeRows(rows).Succeeded());
+            std::erase_if(cells, [rows](const auto& cell) { return cell.first.first > rows; });
+        } else {
+            const double value = random.SignedLogUniform();
+            const bool exists = row >= 1 && row <= rows;
+            ASSERT_EQ(table.SetValue(row, param, value), exists);
+            if (exists) {
+                cells[{row, param}] = value;
+            }
+        }
+        const auto found = cells.find({row, param});
+        ASSERT_EQ(table.Value(row, param), found != cells.end() ? found->second : kUndefined);
+    }
+}
+
+}  // namespace
