@@ -13,13 +13,13 @@ namespace {
 using Method = PreferredGraphCalculationMethod::Type;
 
 struct BuiltIn {
-    std::uint32_t value;
-    Kind kind;
-    QuantityClass quantity_class;
-    gtl::range<double> range;
-    Category::Type category;
-    std::optional<Method> graph_method;  // none: the stress group's
     Registry::Description description;
+    gtl::range<double> range;
+    std::uint32_t value = 0;
+    Kind kind = Kind::None;
+    QuantityClass quantity_class = QuantityClass::None;
+    Category::Type category = Category::General;
+    std::optional<Method> graph_method;  // none: the stress group's
 };
 
 // The words of the table's range and graph columns.
@@ -56,13 +56,8 @@ constexpr std::optional<Method> StressGroup = std::nullopt;
 
 constexpr BuiltIn kBuiltIns[] = {
 #define LMW_PARAM(value, name, kind, quantity, range, category, graph, unit, meaning) \
-    {(value),                                                                         \
-     Kind::kind,                                                                      \
-     QuantityClass::quantity,                                                         \
-     ranges::range,                                                                   \
-     Category::category,                                                              \
-     graphs::graph,                                                                   \
-     {#name, meaning, UnitKind::unit}},
+    {{#name, meaning, UnitKind::unit}, ranges::range,      (value),      Kind::kind,  \
+     QuantityClass::quantity,          Category::category, graphs::graph},
 #include "common/datatable/param_table.inc"
 #undef LMW_PARAM
 };
