@@ -14,5 +14,6 @@ namespace lmw::tool {
 /// outlives the program object; options live in a shared record that the callback keeps.
 void AddCurve(CLI::App& program, std::ostream& out);
 void AddDemo(CLI::App& program, std::ostream& out);
+void AddParams(CLI::App& program, std::ostream& out);
 
 }  // namespace lmw::tool

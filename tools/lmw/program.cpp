@@ -70,6 +70,7 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     program.formatter(std::make_shared<HelpFormatter>());
     AddCurve(program, out);
     AddDemo(program, out);
+    AddParams(program, out);
     for (CLI::App* const command : program.get_subcommands({})) {
         command->group("Commands");
     }
