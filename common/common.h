@@ -5,6 +5,7 @@
 
 #include "common/analysis_kind.h"
 #include "common/app/app.h"
+#include "common/app/feature.h"
 #include "common/convert_error.h"
 #include "common/datatable/column_view.h"
 #include "common/datatable/custom_params.h"

@@ -28,8 +28,4 @@ int RunChild(const wchar_t* mode);
 /// The same, attached to the calling process as its debugger.
 int RunChildUnderDebugger(const wchar_t* mode);
 
-/// Changes this process's environment. An empty `value` defines the variable as empty.
-void DefineEnvironmentVariable(const std::string& name, const std::string& value);
-void RemoveEnvironmentVariable(const std::string& name);
-
 }  // namespace lmw::test

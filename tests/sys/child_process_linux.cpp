@@ -3,7 +3,6 @@
 #include "tests/sys/child_process.h"
 
 #include <signal.h>
-#include <stdlib.h>
 #include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -63,14 +62,6 @@ int RunChild(const wchar_t* mode) {
 
 int RunChildUnderDebugger(const wchar_t* mode) {
     return Run({mode}, Debugger::kParent);
-}
-
-void DefineEnvironmentVariable(const std::string& name, const std::string& value) {
-    setenv(name.c_str(), value.c_str(), 1);
-}
-
-void RemoveEnvironmentVariable(const std::string& name) {
-    unsetenv(name.c_str());
 }
 
 }  // namespace lmw::test

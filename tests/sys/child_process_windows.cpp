@@ -66,12 +66,4 @@ int RunChildUnderDebugger(const wchar_t* mode) {
     return Run(mode, DEBUG_ONLY_THIS_PROCESS);
 }
 
-void DefineEnvironmentVariable(const std::string& name, const std::string& value) {
-    SetEnvironmentVariableA(name.c_str(), value.c_str());
-}
-
-void RemoveEnvironmentVariable(const std::string& name) {
-    SetEnvironmentVariableA(name.c_str(), nullptr);
-}
-
 }  // namespace lmw::test

@@ -2,6 +2,7 @@
 #include "common/sys/debugger.h"
 #include "common/sys/environment.h"
 
+#include "tests/support/environment.h"
 #include "tests/sys/child_process.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,14 @@
+#pragma once
+
+// Changes this process's environment: the standard library has no words for it. One source per
+// platform.
+
+#include <string>
+
+namespace lmw::test {
+
+/// An empty `value` defines the variable as empty.
+void DefineEnvironmentVariable(const std::string& name, const std::string& value);
+void RemoveEnvironmentVariable(const std::string& name);
+
+}  // namespace lmw::test
