@@ -17,6 +17,14 @@ std::wstring SysCodeAsString_(unsigned code) {
     return text.empty() ? MessageText(27505, {std::to_wstring(code)}) : text;
 }
 
+std::wstring CrtCodeAsString_(int code) {
+    if (code == 0) {
+        return MessageText(27550);
+    }
+    std::wstring text = sys::RuntimeErrorText(code);
+    return text.empty() ? MessageText(27505, {std::to_wstring(code)}) : text;
+}
+
 }  // namespace lmw::diag::impl
 
 const char* LMWErrMsg(unsigned code) {

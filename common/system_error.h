@@ -17,6 +17,10 @@ namespace lmw::diag::impl {
 /// 3. The system's text comes as it is, on Windows usually with a line end at its end.
 LMW_API std::wstring SysCodeAsString_(unsigned code);
 
+/// The text of an errno value of the C runtime: message 27550 for 0, message 27505 with the code in
+/// decimal for a value without a text.
+LMW_API std::wstring CrtCodeAsString_(int code);
+
 }  // namespace lmw::diag::impl
 
 /// The first line of SysCodeAsString_ in narrow text (sys::Narrow): cut at the first "\r" or "\n".
