@@ -33,6 +33,18 @@ TEST(SystemError, KnownCodesGetTheSystemsText) {
     EXPECT_EQ(text.find(L"27505"), std::wstring::npos);
 }
 
+TEST(SystemError, RuntimeCodesHaveTheRuntimesTextsAndTheSameFallbacks) {
+    using lmw::diag::impl::CrtCodeAsString_;
+    EXPECT_EQ(CrtCodeAsString_(2), sys::RuntimeErrorText(2));
+    lmw::test::TestHost host;
+    host.SetText(27550, L"all well");
+    host.SetText(27505, L"what is %d?");
+    EXPECT_EQ(CrtCodeAsString_(0), L"all well");
+    EXPECT_EQ(CrtCodeAsString_(0), SysCodeAsString_(0));
+    EXPECT_EQ(CrtCodeAsString_(-5), L"what is -5?");
+    EXPECT_EQ(CrtCodeAsString_(987654), L"what is 987654?");
+}
+
 TEST(SystemError, NarrowTextEndsAtTheFirstLineEnd) {
     lmw::test::TestHost host;
     for (const auto& [text, expected] : {std::pair{L"one\r\ntwo", "one"},

@@ -1,7 +1,7 @@
 #pragma once
 
-// Changes this process's environment: the standard library has no words for it. One source per
-// platform.
+// Changes this process's environment: the standard library has no words for it. The
+// sources, one per platform, are in tests/sys.
 
 #include <string>
 

@@ -1,0 +1,225 @@
+#include "common/log.h"
+
+#include "common/catch_error_sink.h"
+#include "common/diag.h"
+#include "common/event_sink.h"
+#include "common/sys/last_error.h"
+#include "common/sys/text_encoding.h"
+
+#include "tests/support/allocation_counter.h"
+#include "tests/support/recording_sink.h"
+#include "tests/support/test_host.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace lmw::diag;
+using lmw::test::RecordedMessage;
+using lmw::test::RecordingSink;
+
+class LogTest : public ::testing::Test {
+ protected:
+    LogTest() { LogFilter::Set(kInformation, kDefaultCategories); }
+    ~LogTest() override { LogFilter::Set(kInformation, kDefaultCategories); }
+
+    // The text of the only message since the last call.
+    std::wstring Text() {
+        const std::vector<RecordedMessage> messages = sink_->Take();
+        EXPECT_EQ(messages.size(), 1U);
+        return messages.size() == 1 ? messages[0].text : L"not one message";
+    }
+
+    lmw::test::ScopedRecordingSink sink_;
+};
+
+TEST_F(LogTest, MacroPassesTheMessageAndItsPlace) {
+    const int line = __LINE__ + 1;
+    LMW_LOG(kError, 1, L"%d of %s", 3, L"five");
+    const std::vector<RecordedMessage> messages = sink_->Take();
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_EQ(messages[0].level, kError);
+    EXPECT_EQ(messages[0].category, 1);
+    EXPECT_EQ(messages[0].text, L"3 of five");
+    EXPECT_NE(messages[0].file.find("log_test.cpp"), std::string::npos);
+    EXPECT_EQ(messages[0].line, line);
+    EXPECT_EQ(messages[0].function, static_cast<const char*>(__func__));
+}
+
+TEST_F(LogTest, MacroIsOneStatement) {
+    if (sink_->Take().empty())
+        LMW_LOG(kError, 1, L"then");
+    else
+        LMW_LOG(kError, 1, L"else");
+    EXPECT_EQ(Text(), L"then");
+}
+
+TEST_F(LogTest, FilteredMessagesEvaluateAndAllocateNothing) {
+    int evaluated = 0;
+    const auto argument = [&evaluated] {
+        ++evaluated;
+        return std::wstring(100, L'x');
+    };
+    LogFilter::Set(kWarning, 8);
+    const std::size_t allocations = lmw::test::AllocationsOf([&] {
+        LMW_LOG(kInformation, 8, L"%s", argument());
+        LMW_LOG(kError, 16, L"%s", argument());
+        LMW_LOG(kError, 0, L"%s", argument());
+        logprintf("%s", "never");
+    });
+    EXPECT_EQ(evaluated, 0);
+    EXPECT_TRUE(sink_->Take().empty());
+    EXPECT_EQ(allocations, 0U);  // outside a library that counts for itself this is half a proof
+    LMW_LOG(kWarning, 8, L"%s", argument());
+    EXPECT_EQ(evaluated, 1);
+}
+
+TEST_F(LogTest, FinishedTextIsNeverAFormat) {
+    LMW_LOG(kError, 1, std::wstring(L"100%d %n %s"));
+    EXPECT_EQ(Text(), L"100%d %n %s");
+    LMW_LOG(kError, 1, std::string("100%d %n %s"));
+    EXPECT_EQ(Text(), L"100%d %n %s");
+    const std::wstring from_outside = L"%s%s%n";
+    LMW_LOG(kError, 1, L"file %s", from_outside);
+    EXPECT_EQ(Text(), L"file %s%s%n");
+}
+
+TEST_F(LogTest, NarrowFormatsAreWidened) {
+    const std::wstring umlauts = L"B\u00F6schung";
+    const std::string narrow = sys::Narrow(umlauts + L" %s %s");
+    LMW_LOG(kError, 1, narrow.c_str(), umlauts, sys::Narrow(umlauts));
+    EXPECT_EQ(Text(), umlauts + L" " + umlauts + L" " + umlauts);
+    LMW_LOG(kError, 1, static_cast<const char*>(nullptr));
+    EXPECT_EQ(Text(), L"");
+}
+
+TEST_F(LogTest, LongMessagesAreWhole) {
+    const std::wstring text(300'000, L'y');
+    LMW_LOG(kError, 1, L"<%s>", text);
+    EXPECT_EQ(Text(), L"<" + text + L">");
+}
+
+TEST_F(LogTest, PrintfLogsInformationInTheDefaultCategories) {
+    logprintf("%s %d%%", "done", 40);
+    const std::vector<RecordedMessage> messages = sink_->Take();
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_EQ(messages[0].level, 1);
+    EXPECT_EQ(messages[0].category, 3);
+    EXPECT_EQ(messages[0].text, L"done 40%");
+    LogFilter::Set(kWarning, kAllCategories);
+    logprintf("filtered");
+    EXPECT_TRUE(sink_->Take().empty());
+}
+
+TEST_F(LogTest, HandlerDoesNotAskTheFilter) {
+    LogFilter::Set(kNoLevel, 0);
+    LogMacroHandler(kVerbose, 0, nullptr, 7, nullptr)(L"anyway");
+    const std::vector<RecordedMessage> messages = sink_->Take();
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_EQ(messages[0].file + messages[0].function, "");
+    EXPECT_EQ(messages[0].line, 7);
+}
+
+TEST_F(LogTest, TheLastErrorSurvivesAMessage) {
+    class Spoiler : public IEventSink {
+        void Log(int, int, const std::wstring&, const char*, int, const char*) override {
+            sys::SetLastError(13);
+        }
+    };
+    const auto spoiler = std::make_shared<Spoiler>();
+    EventSinks::Add(spoiler);
+    sys::SetLastError(2);
+    LMW_LOG(kError, 1, L"between a failure and its report");
+    EXPECT_EQ(sys::LastError(), 2U);
+    EventSinks::Remove(*spoiler);
+}
+
+TEST_F(LogTest, SinksAreCalledOnceEachUntilTheyAreRemoved) {
+    const auto second = std::make_shared<RecordingSink>();
+    EventSinks::Add(second);
+    EventSinks::Add(second);
+    EventSinks::Add(nullptr);
+    LMW_LOG(kError, 1, L"both");
+    EXPECT_EQ(Text(), L"both");
+    EXPECT_EQ(second->Take().size(), 1U);
+    EXPECT_TRUE(EventSinks::Remove(*second));
+    EXPECT_FALSE(EventSinks::Remove(*second));
+    LMW_LOG(kError, 1, L"first only");
+    EXPECT_EQ(Text(), L"first only");
+    EXPECT_TRUE(second->Take().empty());
+}
+
+TEST_F(LogTest, ASinkThatThrowsLogsOrRemovesItselfHarmsNobody) {
+    class Troublemaker : public IEventSink {
+        void Log(int level, int category, const std::wstring&, const char*, int,
+                 const char*) override {
+            LMW_LOG(level, category, L"without end");
+            EventSinks::Remove(*this);
+            throw std::runtime_error("no room");
+        }
+    };
+    for (int round = 0; round < 2; ++round) {
+        auto troublemaker = std::make_shared<Troublemaker>();
+        const std::weak_ptr<Troublemaker> alive = troublemaker;
+        // Before the recording sink and without another owner than the registry.
+        const auto last = std::make_shared<RecordingSink>();
+        EventSinks::Add(std::move(troublemaker));
+        EventSinks::Add(last);
+        LMW_LOG(kError, 1, L"message");
+        EXPECT_EQ(Text(), L"message");
+        EXPECT_EQ(last->Take().size(), 1U);
+        EXPECT_TRUE(alive.expired());
+        EventSinks::Remove(*last);
+    }
+}
+
+TEST_F(LogTest, CatchErrorSinkKeepsTheLastErrorAndCounts) {
+    CatchErrorEventSink& sink = CatchErrorEventSink::Instance();
+    sink.Reset();
+    LMW_LOG(kWarning, 1, L"no error");
+    EXPECT_EQ(sink.Count(), 0);
+    EXPECT_EQ(sink.LastLevel(), 0);
+    LMW_LOG(kCritical, 1, L"first");
+    LMW_LOG(kError, 2, L"second");
+    LMW_LOG(kWarning, 1, L"no error");
+    LMW_LOG(kError, 64, L"filtered");
+    EXPECT_EQ(&CatchErrorEventSink::Instance(), &sink);  // added once: each error counts once
+    EXPECT_EQ(sink.Count(), 2);
+    EXPECT_EQ(sink.LastLevel(), kError);
+    EXPECT_EQ(sink.LastCategory(), 2);
+    sink.Reset();
+    EXPECT_EQ(sink.Count(), 0);
+    EXPECT_EQ(sink.LastLevel(), 0);
+    EXPECT_EQ(sink.LastCategory(), 0);
+}
+
+TEST(Diagnostics, ContextAndValuesAsText) {
+    EXPECT_EQ(FormatContext("Refine", 12, "mesh %s.cpp"),
+              L"Function: Refine\nLine: 12(mesh %s.cpp)");
+    EXPECT_EQ(FormatContext(nullptr, -1, nullptr), L"Function: \nLine: -1()");
+    lmw::test::TestHost host;
+    host.SetText(4711, L"the host's");
+    EXPECT_EQ(to_wstring(4711), L"the host's");
+    EXPECT_EQ(to_wstring("narrow"), L"narrow");
+    EXPECT_EQ(to_wstring(nullptr), L"");
+}
+
+TEST(Diagnostics, FlagsAreSetForTheProcess) {
+    EXPECT_FALSE(IsSafeMode());
+    SetSafeMode(true);
+    EXPECT_TRUE(IsSafeMode());
+    SetSafeMode(false);
+    EXPECT_FALSE(IsSafeMode());
+    const bool interactive = IsAssertInteractive();  // true under a debugger
+    SetAssertInteractive(!interactive);
+    EXPECT_EQ(IsAssertInteractive(), !interactive);
+    SetAssertInteractive(interactive);
+    EXPECT_FALSE(IsAssertEnabled());
+}
+
+}  // namespace
