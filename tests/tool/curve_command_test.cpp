@@ -293,7 +293,7 @@ TEST(Program, HelpAndVersionSucceedAndAWrongCommandIsNamed) {
     EXPECT_EQ(help.exit_code, 0);
     EXPECT_THAT(help.out, HasSubstr("\n  curve  "));
     EXPECT_THAT(help.out, HasSubstr("\n  demo  "));
-    for (const char* const command : {"curve", "demo"}) {
+    for (const char* const command : {"curve", "demo", "diag"}) {
         const ToolResult own = RunTool({command, "--help"});
         EXPECT_EQ(own.exit_code, 0);
         EXPECT_THAT(own.out, HasSubstr("Usage: lmw " + std::string(command)));

@@ -15,5 +15,6 @@ namespace lmw::tool {
 void AddCurve(CLI::App& program, std::ostream& out);
 void AddDemo(CLI::App& program, std::ostream& out);
 void AddParams(CLI::App& program, std::ostream& out);
+void AddDiag(CLI::App& program, std::ostream& out);
 
 }  // namespace lmw::tool

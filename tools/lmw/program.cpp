@@ -54,6 +54,22 @@ void CheckCommand(const CLI::App& program, const std::vector<std::string>& argum
     }
 }
 
+// Whether the library takes an argument from the process' command line: "level=..." or
+// "category=..." with one "=", or one of its switches after one hyphen, in any case. (The same
+// switches after a slash might be file names, and are left to the commands.)
+bool IsForDiagnostics(const std::string& argument) {
+    const std::size_t equals = argument.find('=');
+    std::string name = argument.substr(0, equals);
+    for (char& c : name) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    if (equals == std::string::npos) {
+        return name == "-safemode" || name == "-assertinteractive";
+    }
+    return (name == "level" || name == "category") &&
+           argument.find('=', equals + 1) == std::string::npos;
+}
+
 int Report(std::ostream& err, const char* what, int exit_code) {
     err << "lmw: " << OneLine(what) << '\n';
     return exit_code;
@@ -71,10 +87,14 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     AddCurve(program, out);
     AddDemo(program, out);
     AddParams(program, out);
+    AddDiag(program, out);
     for (CLI::App* const command : program.get_subcommands({})) {
         command->group("Commands");
     }
-    program.footer("Each command has its own help: lmw COMMAND --help\n");
+    program.footer(
+        "Each command has its own help: lmw COMMAND --help\n"
+        "level=LEVEL and category=NAME;NAME anywhere set what is logged (lmw diag).\n");
+    std::erase_if(arguments, IsForDiagnostics);
     try {
         CheckCommand(program, arguments);
         std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back

@@ -9,6 +9,8 @@
 namespace lmw::tool {
 
 /// Runs one command line: `arguments` without the program's name, in UTF-8. Results go to `out`.
+/// Arguments of diagnostics, such as "level=warning", are skipped wherever they stand: the library
+/// takes them from the process itself. (A file of such a name is reached as "./level=1".)
 /// Returns the exit code:
 /// - 0: done, or help or the version was asked for;
 /// - 2: bad usage or bad input; `err` then holds exactly one line, "lmw: <what is wrong>", `out` is
