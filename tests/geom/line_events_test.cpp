@@ -188,6 +188,94 @@ TEST_P(SweepIsScan, OnOneLargeSet) {  // property 1
     ExpectSweepIsScan(lines, precision);
 }
 
+TEST(LineEvents, ThreeSegmentsThroughOnePointReportIdenticalBits) {  // property 2
+    const Precision3D precision(3, 3, 3);
+    const Lines lines{{{0, 0}, {3, 1}}, {{0, 1}, {3, 0}}, {{1.4999, -1}, {1.5002, 2}}};
+    Events events;
+    Geom::LineCrossingEvents2D(events, lines, precision);
+    ASSERT_EQ(3U, events.size());
+    for (const LineEvent2D& event : events) {
+        EXPECT_TRUE(IsExactEqual2D(event.point, events[0].point));
+    }
+}
+
+TEST(LineEvents, AreAppendedAndPlaceholdersGiveNone) {  // property 3
+    const Precision3D precision(3, 3, 3);
+    Events events(1);
+    Geom::LineIntersectionEvents2D(events, {}, precision);
+    Geom::LineIntersectionEvents2D(events, Lines(30), precision);
+    Geom::LineIntersectionEvents2D(events, Lines(30), precision, SweepLineImplForced::kSweep);
+    EXPECT_EQ(1U, events.size());
+    const Lines crossing{{{0, 0}, {2, 2}}, {}, {{0, 2}, {2, 0}}};
+    Geom::LineIntersectionEvents2D(events, crossing, precision);
+    ASSERT_EQ(2U, events.size());
+    EXPECT_EQ(&crossing[2], events[1].second);
+}
+
+TEST(LineEvents, AnOverlapsFarEndIsDroppedWhenItEndsBoth) {  // property 4
+    const Precision3D precision(3, 3, 3);
+    const Lines same{{{0, 0}, {1, 0}}, {{1, 0}, {0, 0}}};
+    const Lines partial{{{0, 0}, {2, 0}}, {{1, 0}, {3, 0}}};
+    const auto count = [&](Question question, const Lines& lines) {
+        Events events;
+        question(events, lines, precision, SweepLineImplForced::kChoose);
+        return events.size();
+    };
+    EXPECT_EQ(2U, count(Geom::LineIntersectionEvents2D, same));
+    EXPECT_EQ(1U, count(Geom::LineCoincidentEvents2D, same));
+    EXPECT_EQ(2U, count(Geom::LineCoincidentEvents2D, partial));
+    EXPECT_EQ(1U, count(Geom::LineCollisionEvents2D, partial));
+    EXPECT_EQ(0U, count(Geom::LineCrossingEvents2D, partial));
+}
+
+TEST(LineEvents, CollisionsSnapToTheCallersDatabase) {
+    const Precision3D precision(0, 0, 0);
+    const Lines lines{{{0, 0}, {4, 4}}, {{0, 4}, {4, 0}}};
+    const auto database = Geom::MakeGeometryDataBase(std::vector<Point2D>{{2.25, 2.25}}, precision);
+    Events events;
+    Geom::LineCollisionEvents2D(events, lines, *database);
+    ASSERT_EQ(1U, events.size());
+    EXPECT_EQ(2.25, events[0].point.x);
+}
+
+TEST(LineEvents, DuplicatesGoAndTheFirstStays) {
+    const Lines lines(3);
+    const Line2D* a = &lines[0];
+    const Line2D* b = &lines[1];
+    const Line2D* c = &lines[2];
+    Events events{{{0, 0}, a, b}, {{0.4, 0}, b, a}, {{0, 0}, a, c}, {{1, 0}, a, b}, {{0, 0}, a, b}};
+    Geom::LineRemoveDuplicateEvents2D(events, Precision3D(0, 0, 0));
+    ASSERT_EQ(3U, events.size());
+    EXPECT_EQ(0.0, events[0].point.x);
+    EXPECT_EQ(c, events[1].second);
+    EXPECT_EQ(1.0, events[2].point.x);
+}
+
+TEST(LineEvents, ManyThreadsMayAskAndDemandTheSweep) {
+    PropertyRandom random;
+    const Precision3D precision(3, 3, 3);
+    const Lines lines = lmw::test::SegmentFamilies()[0].make(random, 300, 1e-3);
+    Events expected;
+    Geom::LineIntersectionEvents2D(expected, lines, precision);
+    std::vector<std::thread> threads;
+    std::vector<int> same(4, 0);
+    for (std::size_t t = 0; t < same.size(); ++t) {
+        threads.emplace_back([&, t] {
+            for (int k = 0; k < 5; ++k) {
+                SetSweepDemand(t % 2 == 0 ? Geom::SweepDemand::kOn : Geom::SweepDemand::kOff);
+                Events events;
+                Geom::LineIntersectionEvents2D(events, lines, precision);
+                same[t] += SameEvents(expected, events) ? 1 : 0;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    SetSweepDemand(Geom::SweepDemand::kOff);
+    EXPECT_EQ(std::vector<int>(4, 5), same);
+}
+
 INSTANTIATE_TEST_SUITE_P(Families, SweepIsScan, testing::ValuesIn(lmw::test::SegmentFamilies()),
                          [](const auto& row) { return std::string(row.param.name); });
 

@@ -43,8 +43,10 @@ class Int128Halves {
         return (high_ | low_) != 0 ? 1 : 0;
     }
     [[nodiscard]] double ToDouble() const noexcept {
-        return static_cast<double>(static_cast<std::int64_t>(high_)) * 0x1p64 +
-               static_cast<double>(low_);
+        if (Sign() < 0) {  // of the magnitude, or a small negative number would cancel to nothing
+            return -(Int128Halves{0, 0} - *this).ToDouble();
+        }
+        return static_cast<double>(high_) * 0x1p64 + static_cast<double>(low_);
     }
 
  private:

@@ -1,0 +1,153 @@
+#include "common/geom/line_discretize.h"
+
+#include "tests/support/property_random.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+using namespace Geom;
+using lmw::test::PropertyRandom;
+
+const Precision3D kPrecision(6, 6, 6);
+constexpr double kNotGiven = lmw::kUndefined;
+
+PointConstraint At(double x, double spacing, bool enforced = false) {
+    return {{x, 0}, {spacing, enforced}};
+}
+
+TEST(PointCount, FollowsTheMeanSpacing) {
+    struct Row {
+        const char* name;
+        PointConstraints constraints;
+        double default_spacing;
+        unsigned expected;
+    };
+    const Row rows[] = {
+        {"equal", {At(0, 1), At(10, 1)}, 9, 11},
+        {"one to three", {At(0, 1), At(10, 3)}, 9, 6},
+        {"default replaces both", {At(0, kNotGiven), At(10, kNotGiven)}, 2, 6},
+        {"short, both enforced", {At(0, 9, true), At(1, 9, true)}, 9, 4},
+        {"short, one enforced", {At(0, 9), At(1, 9, true)}, 9, 3},
+        {"short", {At(0, 9), At(1, 9)}, 9, 2},
+        {"clamped", {At(0, 1), At(1e6, 1e6)}, 9, 1999},
+        {"clamped, reversed", {At(0, 1e6), At(1e6, 1)}, 9, 3},
+        {"beyond the clamp", {At(0, 2000), At(1e6, 1)}, 9, 1000},
+        {"five and seven", {At(0, 1), At(4, 1), At(10, 1)}, 9, 11},
+        {"single", {At(0, 1)}, 9, 1},
+        {"none", {}, 9, 0},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.expected,
+                  NumPtsFromPtConstraints(row.constraints, row.default_spacing, kPrecision))
+            << row.name;
+    }
+}
+
+TEST(LineDiscretize, SharesPiecesByLargestRemainderAndKeepsTheMinima) {
+    struct Row {
+        unsigned divisions;
+        std::size_t first;  // pieces of [0, 4], of weight 4; those of [4, 10], of weight 6
+        std::size_t second;
+    };
+    for (const Row& row :
+         {Row{10, 4, 6}, Row{11, 4, 7}, Row{12, 5, 7}, Row{5, 2, 3}, Row{1, 1, 1}, Row{0, 1, 1}}) {
+        SCOPED_TRACE(row.divisions);
+        std::vector<Point2D> out{{9, 9}};
+        ASSERT_TRUE(
+            LineDiscretize2D(out, {At(0, 1), At(4, 1), At(10, 1)}, row.divisions, kPrecision));
+        EXPECT_EQ(row.first + row.second + 1, out.size());
+        EXPECT_EQ(4.0, out[row.first].x);  // property 1
+        EXPECT_EQ(10.0, out.back().x);
+    }
+    std::vector<Point2D> out;
+    ASSERT_TRUE(
+        LineDiscretize2D(out, {At(0, 1), At(99, .3, true), At(100, .2, true)}, 10, kPrecision));
+    EXPECT_EQ(11U, out.size());  // the short interval keeps its three, seven are left
+    EXPECT_EQ(99.0, out[7].x);
+}
+
+TEST(LineDiscretize, GradesFromOneSpacingToTheOther) {
+    std::vector<Point2D> out;
+    ASSERT_TRUE(LineDiscretize2D(out, {At(0, 1), At(15, 8)}, 4, kPrecision));
+    ASSERT_EQ(5U, out.size());
+    const double expected[] = {0, 1, 3, 7, 15};  // ratio 8 over three steps: 2
+    for (std::size_t k = 0; k < 5; ++k) {
+        EXPECT_NEAR(expected[k], out[k].x, 1e-12);
+    }
+    ASSERT_TRUE(LineDiscretize2D(out, {At(0, 1), At(15, kNotGiven)}, 3, kPrecision));
+    EXPECT_NEAR(5.0, out[1].x, 1e-12);  // no growth where one is not given
+    ASSERT_TRUE(LineDiscretize2D(out, {At(0, 1, true), At(15, 8, true)}, 4, kPrecision));
+    EXPECT_NEAR(1.0, out[1].x, 1e-12);
+    EXPECT_NEAR(3.0, out[2].x, 1e-12);  // 2 : 4 shared over the remaining 6
+    EXPECT_NEAR(7.0, out[3].x, 1e-12);
+    ASSERT_TRUE(LineDiscretize2D(out, {At(0, 1, true), At(15, kNotGiven)}, 5, kPrecision));
+    EXPECT_EQ(1.0, out[1].x);
+}
+
+TEST(LineDiscretize, BothDirectionsGiveTheSameBits) {  // property 2
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    for (int k = 0; k < 500; ++k) {
+        const auto point = [&] { return Point2D{random.Uniform(0, 100), random.Uniform(0, 100)}; };
+        const auto spacing = [&] {
+            return random.Chance(0.2) ? kNotGiven : random.Uniform(0.01, 5.0);
+        };
+        PointConstraints line{{point(), {spacing(), random.Chance(0.3)}},
+                              {point(), {spacing(), random.Chance(0.3)}}};
+        std::vector<Point2D> forward;
+        std::vector<Point2D> backward;
+        const auto divisions = static_cast<unsigned>(random.Integer(1, 60));
+        const bool possible = LineDiscretize2D(forward, line, divisions, kPrecision);
+        std::reverse(line.begin(), line.end());
+        ASSERT_EQ(possible, LineDiscretize2D(backward, line, divisions, kPrecision));
+        std::reverse(backward.begin(), backward.end());
+        ASSERT_EQ(forward.size(), backward.size());
+        for (std::size_t i = 0; i < forward.size(); ++i) {
+            EXPECT_TRUE(IsExactEqual2D(forward[i], backward[i]));
+        }
+    }
+}
+
+TEST(LineDiscretize, ReportsWhatCannotBeDivided) {
+    const Precision3D coarse(0, 0, 0);
+    struct Row {
+        const char* name;
+        PointConstraints constraints;
+        unsigned divisions;
+        const Precision3D& precision;
+    };
+    const Row rows[] = {
+        {"none", {}, 4, kPrecision},
+        {"one", {At(0, 1)}, 4, kPrecision},
+        {"equal ends", {At(0, 1), At(0, 1)}, 4, kPrecision},
+        {"second interval", {At(0, 1), At(5, 1), At(5, 1)}, 4, kPrecision},
+        {"enforced spacings reach the length", {At(0, 2, true), At(4, 2, true)}, 4, kPrecision},
+        {"points fall together", {At(0, 1), At(4, 1)}, 8, coarse},
+        {"invalid end", {At(0, 1), {{}, {1, false}}}, 4, kPrecision},
+    };
+    for (const Row& row : rows) {
+        std::vector<Point2D> out{{1, 1}};
+        EXPECT_FALSE(LineDiscretize2D(out, row.constraints, row.divisions, row.precision))
+            << row.name;
+        EXPECT_TRUE(out.empty()) << row.name;
+    }
+}
+
+TEST(SortUniqueConstraints, OrdersByProjectionAndKeepsTheStrongest) {
+    PointConstraints constraints{At(9, 1),         At(5, 3, true),   At(5, 1),
+                                 At(0, kNotGiven), At(7, kNotGiven), At(7.0000001, 2),
+                                 At(5, 2, true),   At(7, 4)};
+    SortUniqueConstraintsOnLine(constraints, {{10, 1}, {-10, 1}}, kPrecision);
+    ASSERT_EQ(4U, constraints.size());
+    const PointConstraints expected{At(9, 1), At(7.0000001, 2), At(5, 2, true), At(0, kNotGiven)};
+    for (std::size_t k = 0; k < 4; ++k) {
+        EXPECT_EQ(expected[k].first.x, constraints[k].first.x);
+        EXPECT_EQ(expected[k].second, constraints[k].second);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,283 @@
+#include "common/geom/extents2d.h"
+#include "common/geom/line_events.h"
+#include "common/geom/line_intersection.h"
+#include "common/geom/polygon_line_entry.h"
+#include "common/geom/vector2d.h"
+
+#include "tests/support/shared_data.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+
+namespace {
+
+using namespace Geom;
+using lmw::test::CsvRow;
+using lmw::test::ReadCsv;
+using lmw::test::SharedData;
+
+using Polygons = std::vector<std::vector<Point2D>>;
+
+double Number(const std::string& text) {
+    return std::strtod(text.c_str(), nullptr);
+}
+
+/// Rows whose first `key_count` cells are equal make one row of points; x and y follow them.
+Polygons ReadRows(const std::filesystem::path& file, std::size_t key_count) {
+    Polygons rows;
+    CsvRow last;
+    for (const CsvRow& row : ReadCsv(file)) {
+        if (rows.empty() ||
+            !std::equal(row.begin(), row.begin() + static_cast<int>(key_count), last.begin())) {
+            rows.emplace_back();
+        }
+        rows.back().push_back({Number(row[key_count]), Number(row[key_count + 1])});
+        last = row;
+    }
+    return rows;
+}
+
+std::vector<Line2D> Segments(const Polygons& rows) {
+    std::vector<Line2D> lines;
+    for (const auto& row : rows) {
+        for (std::size_t k = 1; k < row.size(); ++k) {
+            if (!IsExactEqual2D(row[k - 1], row[k])) {
+                lines.push_back({row[k - 1], row[k]});
+            }
+        }
+    }
+    return lines;
+}
+
+// ---- polygon line entries
+// ------------------------------------------------------------------------
+
+const Precision3D kPrecision(3, 3, 3);
+
+TEST(PolygonLineEntries, SharedEdgesAreOneEntryWithTwoUses) {  // unique 1, 2
+    const Polygons squares{{{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}},
+                           {{2, 0}, {2, 1}, {1, 1.0004}, {1, 0}, {2, 0}}};
+    std::vector<PolygonLineEntry> entries{{}};
+    PolygonGetAllLineEntries2D(entries, squares, kPrecision);
+    ASSERT_EQ(8U, entries.size());
+    EXPECT_EQ(0U, entries[5].line_id);
+    EXPECT_EQ(1.0, entries[6].line.first.x);
+    EXPECT_EQ(0.0, entries[6].line.first.y);  // tolerant order: same x, lower y first
+    PolygonGetUniqueLineEntries2D(entries, squares, kPrecision);
+    ASSERT_EQ(7U, entries.size());
+    const std::vector<std::pair<std::uint32_t, std::uint32_t>> uses{{0, 1}, {1, 2}};
+    EXPECT_EQ(uses, entries[1].uses);
+    EXPECT_EQ(1.0, entries[1].line.second.y);  // the first use's line
+    EXPECT_TRUE(std::is_sorted(entries.begin(), entries.end(),
+                               [](const auto& a, const auto& b) { return a.line_id < b.line_id; }));
+}
+
+TEST(PolygonLineEntries, OpenRingsLackTheClosingEdgeAndZeroLengthEdgesCount) {
+    std::vector<PolygonLineEntry> entries;
+    PolygonGetAllLineEntries2D(entries, {{{0, 0}, {1, 0}, {1, 1}}, {}, {{5, 5}}}, kPrecision);
+    EXPECT_EQ(2U, entries.size());
+    PolygonGetUniqueLineEntries2D(entries, {{{0, 0}, {0, 0}, {1, 0}}}, kPrecision);
+    EXPECT_EQ(2U, entries.size());
+}
+
+struct RegionFile {
+    const char* name;
+    std::size_t all;
+    std::size_t unique;
+    std::size_t once;
+    std::size_t twice;
+};
+
+class RegionData : public testing::TestWithParam<RegionFile> {};
+
+TEST_P(RegionData, HasTheCountedEdges) {
+    const auto path = SharedData(std::string("planar-regions/") + GetParam().name + ".csv");
+    LMW_SKIP_WITHOUT(path);
+    const Polygons rings = ReadRows(path, 3);
+    const Precision3D fine(10, 10, 10);  // finer than any two distinct points of the files
+    std::vector<PolygonLineEntry> entries;
+    PolygonGetAllLineEntries2D(entries, rings, fine);
+    EXPECT_EQ(GetParam().all, entries.size());
+    PolygonGetUniqueLineEntries2D(entries, rings, fine);
+    EXPECT_EQ(GetParam().unique, entries.size());
+    std::map<std::size_t, std::size_t> by_uses;
+    for (const PolygonLineEntry& entry : entries) {
+        ++by_uses[entry.uses.size()];
+    }
+    EXPECT_EQ(GetParam().once, by_uses[1]);
+    EXPECT_EQ(GetParam().twice, by_uses[2]);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, RegionData,
+    testing::Values(RegionFile{"hamersley_geology_regions", 6197, 3264, 331, 2933},
+                    RegionFile{"ne50m_states_provinces", 32726, 26195, 19664, 6531}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+// ---- networks
+// ------------------------------------------------------------------------------------
+
+struct Network {
+    const char* name;
+    std::vector<const char*> files;
+    std::size_t crossings;
+};
+
+class NetworkData : public testing::TestWithParam<Network> {};
+
+TEST_P(NetworkData, HasTheCountedCrossingsByGridAndSweep) {
+    std::vector<Line2D> lines;
+    for (const char* file : GetParam().files) {
+        const auto path = SharedData(std::string("line-segments/") + file + ".csv");
+        LMW_SKIP_WITHOUT(path);
+        const auto more = Segments(ReadRows(path, 1));
+        lines.insert(lines.end(), more.begin(), more.end());
+    }
+    const Precision3D fine(12, 12, 12);
+    std::vector<LineEvent2D> crossings;
+    LineCrossingEvents2D(crossings, lines, fine);
+    EXPECT_EQ(GetParam().crossings, crossings.size());
+    std::vector<LineEvent2D> events;
+    LineIntersectionEvents2D(events, lines, fine, SweepLineImplForced::kSweep);
+    std::vector<LineEvent2D> chosen;
+    LineIntersectionEvents2D(chosen, lines, fine);
+    ASSERT_EQ(chosen.size(), events.size());
+    for (std::size_t k = 0; k < events.size(); ++k) {
+        ASSERT_TRUE(IsExactEqual2D(chosen[k].point, events[k].point) &&
+                    chosen[k].first == events[k].first && chosen[k].second == events[k].second);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Sets, NetworkData,
+    testing::Values(
+        Network{"coastline", {"ne50m_coastline"}, 0}, Network{"rivers", {"ne10m_rivers_europe"}, 8},
+        Network{"borders", {"ne10m_land_borders"}, 0},
+        Network{"rivers_and_borders", {"ne10m_rivers_europe", "ne10m_land_borders"}, 357},
+        Network{"all", {"ne50m_coastline", "ne10m_rivers_europe", "ne10m_land_borders"}, 490}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+// ---- hard cases
+// ----------------------------------------------------------------------------------
+
+TEST(RobustnessData, HardPairsMeetWhereTheExactOnesDo) {
+    for (const char* file : {"segment_pairs_named", "segment_pairs_hard"}) {
+        const auto path = SharedData(std::string("robustness/") + file + ".csv");
+        LMW_SKIP_WITHOUT(path);
+        for (const CsvRow& row : ReadCsv(path)) {
+            SCOPED_TRACE(row[0]);
+            const auto point = [&](std::size_t column) {
+                return Point2D{Number(row[column]), Number(row[column + 1])};
+            };
+            const Line2D a{point(1), point(3)};
+            const Line2D b{point(5), point(7)};
+            // Ten significant digits of the pair's own size.
+            const Extents2D box = ExtentsOf(std::vector<Line2D>{a, b});
+            const Precision3D precision =
+                MakePrecision3D({box.x_min, box.x_max}, {box.y_min, box.y_max}, {0, 0}, 11);
+            Point2D p0;
+            Point2D p1;
+            const int code =
+                LineIntersection2D(p0, p1, a.first, a.second, b.first, b.second, precision);
+            const int exact = std::atoi(row[9].c_str());
+            const double gap = Number(row[14]);
+            const double h = std::min(precision.halfEpsilon[0], precision.halfEpsilon[1]);
+            if (exact == 0) {  // a touch within tolerance may be reported
+                EXPECT_TRUE(code == 0 || gap <= 2.0 * h) << gap << ' ' << h;
+                continue;
+            }
+            ASSERT_GT(code, 0);
+            const Point2D exact_point = point(10);
+            const auto off = [&](const Point2D& p) {
+                return std::max(std::fabs(p.x - exact_point.x), std::fabs(p.y - exact_point.y));
+            };
+            // Where the lines are nearly parallel the point may slide along them, but stays on
+            // both.
+            Precision3D wider = precision;
+            wider.ScaleEpsilon(1.001);
+            for (const Line2D& line : {a, b}) {
+                EXPECT_GT(LineIntersection2D(p1, p1, line.first, line.second, p0, p0, wider), 0);
+            }
+            const double turn =
+                std::fabs(TriArea2x2D({0, 0}, {a.second.x - a.first.x, a.second.y - a.first.y},
+                                      {b.second.x - b.first.x, b.second.y - b.first.y}));
+            const double lengths = std::hypot(a.second.x - a.first.x, a.second.y - a.first.y) *
+                                   std::hypot(b.second.x - b.first.x, b.second.y - b.first.y);
+            if (exact == 1 && turn > 1e-3 * lengths) {
+                EXPECT_LE(off(p0), 2e3 * h);
+            }
+        }
+    }
+}
+
+TEST(RobustnessData, NearlyCollinearTriplesTurnTheExactWayOrNotAtAll) {
+    const auto path = SharedData("robustness/orientation_triples.csv");
+    LMW_SKIP_WITHOUT(path);
+    for (const CsvRow& row : ReadCsv(path)) {
+        SCOPED_TRACE(row[0]);
+        const Point2D o{Number(row[1]), Number(row[2])};
+        const Point2D a{Number(row[3]), Number(row[4])};
+        const Point2D b{Number(row[5]), Number(row[6])};
+        const Extents2D box = ExtentsOf(std::vector<Point2D>{o, a, b});
+        const Precision3D precision =
+            MakePrecision3D({box.x_min, box.x_max}, {box.y_min, box.y_max}, {0, 0}, 12);
+        const int turn = static_cast<int>(VectorTurn2D(o, a, b, precision));
+        EXPECT_TRUE(turn == 0 || turn == -std::atoi(row[7].c_str())) << turn;
+    }
+}
+
+TEST(RobustnessData, SweepIsScanOnEveryReportedFailure) {
+    const auto folder = SharedData("robustness");
+    LMW_SKIP_WITHOUT(folder);
+    int sets = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().filename().string().rfind("jts_", 0) != 0) {
+            continue;
+        }
+        SCOPED_TRACE(entry.path().filename().string());
+        std::map<std::string, std::vector<Line2D>> cases;
+        CsvRow last;
+        for (const CsvRow& row : ReadCsv(entry.path())) {
+            const Point2D p{Number(row[3]), Number(row[4])};
+            if (!last.empty() && std::equal(row.begin(), row.begin() + 3, last.begin())) {
+                cases[row[0]].push_back({{Number(last[3]), Number(last[4])}, p});
+            }
+            last = row;
+        }
+        for (auto& [name, lines] : cases) {
+            lines.resize(std::min<std::size_t>(lines.size(), 4000));
+            for (const int digits : {7, 12}) {
+                const Extents2D box = ExtentsOf(lines);
+                const Precision3D precision =
+                    MakePrecision3D({box.x_min, box.x_max}, {box.y_min, box.y_max}, {0, 0}, digits);
+                std::vector<LineEvent2D> swept;
+                LineIntersectionEvents2D(swept, lines, precision, SweepLineImplForced::kSweep);
+                std::size_t at = 0;
+                for (std::size_t i = 0; i < lines.size(); ++i) {
+                    for (std::size_t j = i + 1; j < lines.size(); ++j) {
+                        Point2D p0;
+                        Point2D p1;
+                        int code = LineIntersection2D(p0, p1, lines[i].first, lines[i].second,
+                                                      lines[j].first, lines[j].second, precision);
+                        for (; code > 0; --code, ++at) {
+                            ASSERT_LT(at, swept.size()) << name;
+                            ASSERT_TRUE(swept[at].first == &lines[i] &&
+                                        swept[at].second == &lines[j])
+                                << name << " " << i << " " << j;
+                        }
+                    }
+                }
+                ASSERT_EQ(at, swept.size());
+                ++sets;
+            }
+        }
+    }
+    EXPECT_GT(sets, 50);
+}
+
+}  // namespace

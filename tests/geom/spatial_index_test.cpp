@@ -1,0 +1,348 @@
+#include "common/geom/cell_table.h"
+#include "common/geom/extents2d.h"
+#include "common/geom/line2d.h"
+#include "common/geom/line_intersection.h"
+#include "common/geom/polygon2d.h"
+#include "common/geom/quad_tree2d.h"
+
+#include "tests/geom/segment_families.h"
+#include "tests/support/allocation_counter.h"
+#include "tests/support/property_random.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using namespace Geom;
+using lmw::test::PropertyRandom;
+
+const Precision3D kPrecision(3, 3, 3);
+const double kH = kPrecision.halfEpsilon[0];
+const double kNaN = std::numeric_limits<double>::quiet_NaN();
+const double kInfinity = std::numeric_limits<double>::infinity();
+
+// ---- cell table
+// ----------------------------------------------------------------------------------
+
+class OpenCellTable : public CellTable {
+ public:
+    using CellTable::CellIdx;
+    using CellTable::GetIdxX;
+};
+
+TEST(CellTable, CoordinatesNearABorderHaveBothNeighbours) {  // property 3
+    OpenCellTable table;
+    table.Initialize({0, 4, 0, 2}, 4, 2, 1, kPrecision);
+    struct Row {
+        double x;
+        int first;
+        int second;
+    };
+    for (const Row& row :
+         {Row{0.5, 0, -1}, Row{1.0, 0, 1}, Row{1.0 - 0.9 * kH, 0, 1}, Row{1.0 + 0.9 * kH, 0, 1},
+          Row{1.0 - 1.1 * kH, 0, -1}, Row{0.0, 0, -1}, Row{-0.9 * kH, 0, -1},
+          Row{-1.1 * kH, -1, -1}, Row{4.0, 3, -1}, Row{4.0 + 0.9 * kH, 3, -1},
+          Row{4.0 + 1.1 * kH, -1, -1}, Row{kNaN, -1, -1}, Row{kInfinity, -1, -1},
+          Row{-kInfinity, -1, -1}, Row{lmw::kUndefined, -1, -1}}) {
+        SCOPED_TRACE(row.x);
+        EXPECT_EQ(row.first, table.GetXCellIdx(row.x).first);
+        EXPECT_EQ(row.second, table.GetXCellIdx(row.x).second);
+        EXPECT_EQ(static_cast<unsigned>(row.first), table.GetIdxX(row.x));
+    }
+    EXPECT_EQ(6U, table.CellIdx({2.5, 1.5}));
+    EXPECT_EQ(CellTable::kOutside, table.CellIdx({2.5, 9}));
+    EXPECT_EQ(2U, table.CellIdxX(6));
+    EXPECT_EQ(1U, table.CellIdxY(6));
+    EXPECT_EQ((std::vector<double>{0, 1, 2, 3, 4}), [&] {
+        std::vector<double> borders;
+        for (auto it = table.beginX(); !(it == table.endX()); ++it) {
+            borders.push_back(*it);
+        }
+        return borders;
+    }());
+}
+
+TEST(CellTable, IndicesNeverLeaveTheTable) {  // property 3
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    for (int k = 0; k < 3000; ++k) {
+        OpenCellTable table;
+        const double low = random.SignedLogUniform(1e-3, 1e6);
+        const double width = random.LogUniform(1e-4, 1e6);  // cells from far below h
+        const auto count = static_cast<unsigned>(random.Integer(1, 40));
+        table.Initialize({low, low + width, 0, 1}, count, 1, 1, kPrecision);
+        const double at[] = {low, low + width, low + width * random.Uniform(-0.1, 1.1)};
+        const double v = at[random.Integer(0, 2)];
+        const auto [first, second] = table.GetXCellIdx(v);
+        EXPECT_LT(first, static_cast<int>(count));
+        EXPECT_LT(second, static_cast<int>(count));
+        EXPECT_GE(first, v >= low && v <= low + width ? 0 : -1);
+    }
+}
+
+/// Whether the segment meets the cell widened (or, negatively, shrunk) by `margin` half-epsilons.
+bool PassesThrough(const Line2D& line, const CellTable& table, unsigned ix, unsigned iy,
+                   const Extents2D& area, double margin) {
+    const double w = WidthOf(area) / table.CountX();
+    const double t = HeightOf(area) / table.CountY();
+    const Extents2D cell{area.x_min + w * ix - margin * kH, area.x_min + w * (ix + 1) + margin * kH,
+                         area.y_min + t * iy - margin * kH,
+                         area.y_min + t * (iy + 1) + margin * kH};
+    const auto corners = CornerPointsOf(cell);
+    const Precision3D exact(12, 12, 12);
+    const auto inside = [&](const Point2D& p) {
+        return p.x >= cell.x_min && p.x <= cell.x_max && p.y >= cell.y_min && p.y <= cell.y_max;
+    };
+    bool meets = inside(line.first) || inside(line.second);
+    for (std::size_t k = 0; k < 4 && !meets; ++k) {
+        Point2D p0;
+        Point2D p1;
+        meets = LineIntersection2D(p0, p1, line.first, line.second, corners[k],
+                                   corners[(k + 1) % 4], exact) > 0;
+    }
+    return meets;
+}
+
+TEST(CellTable, AssignAndFindAllAgreeWithEveryCellTestedAlone) {  // properties 1, 2, 4
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    for (const auto& family : lmw::test::SegmentFamilies()) {
+        SCOPED_TRACE(family.name);
+        std::vector<Line2D> lines = family.make(random, 60, kH);
+        lines.push_back({{kNaN, 0}, {1, 1}});
+        const Extents2D area{10, 60, 10, 50};  // segments lie inside, outside and across
+        CellTable table;
+        const auto columns = static_cast<unsigned>(random.Integer(1, 9));
+        const auto rows = static_cast<unsigned>(random.Integer(1, 9));
+        table.Initialize(area, columns, rows, 4, kPrecision);  // fewer items than there are
+        table.Assign(lines);
+        for (std::size_t k = 0; k < lines.size(); ++k) {
+            std::vector<unsigned> found;
+            table.FindAll(found, std::vector<Line2D>{lines[k]});
+            bool marked_somewhere = false;
+            for (unsigned iy = 0; iy < rows; ++iy) {
+                for (unsigned ix = 0; ix < columns; ++ix) {
+                    const bool marked = table.At(ix, iy).Contains(static_cast<unsigned>(k));
+                    marked_somewhere |= marked;
+                    const bool finite = std::isfinite(lines[k].first.x + lines[k].first.y +
+                                                      lines[k].second.x + lines[k].second.y);
+                    // Shrunk by the tolerance it must be marked, widened by three it may be.
+                    if (finite && PassesThrough(lines[k], table, ix, iy, area, -0.01)) {
+                        EXPECT_TRUE(marked) << k << " in " << ix << ' ' << iy;
+                    }
+                    if (!finite || !PassesThrough(lines[k], table, ix, iy, area, 3.0)) {
+                        EXPECT_FALSE(marked) << k << " in " << ix << ' ' << iy;
+                    }
+                }
+            }
+            EXPECT_EQ(marked_somewhere, std::count(found.begin(), found.end(), k) == 1);
+        }
+    }
+}
+
+TEST(CellTable, ASegmentFromOutsideIsMarkedWhereItIsInside) {  // property 1
+    CellTable table;
+    table.Initialize({0, 1, 0, 1}, 1, 1, 1, kPrecision);
+    table.Assign({{{-1, 0.5}, {2, 0.5}}, {{-1, 3}, {2, 3}}, {{-1, 0.5}, {0.5, 2.5}}});
+    EXPECT_EQ((std::vector<unsigned>{0}), table.At(0).Items());
+    CellTable none;
+    none.Assign({{{0, 0}, {1, 1}}});
+    EXPECT_EQ(0U, none.CountX());
+}
+
+TEST(CellTable, ARingFindsWhatItsCellsHold) {
+    CellTable table;
+    table.Initialize({0, 10, 0, 10}, 10, 10, 100, kPrecision);
+    for (unsigned index = 0; index < 100; ++index) {
+        table.Assign(index % 10, index / 10, index);  // every cell holds its own index
+    }
+    const Circle2D circle{{5.5, 5.5}, 3.0};
+    for (const bool inside : {false, true}) {
+        std::vector<unsigned> items{77};
+        table.FindAll(items, circle, 0.25, 0.5, inside);
+        std::vector<unsigned> expected;
+        for (unsigned index = 0; index < 100; ++index) {
+            const double dx = std::fabs(index % 10 + 0.5 - 5.5);
+            const double dy = std::fabs(index / 10 + 0.5 - 5.5);
+            const double close = std::hypot(std::max(dx - 0.5, 0.0), std::max(dy - 0.5, 0.0));
+            const double far = std::hypot(dx + 0.5, dy + 0.5);
+            if (close <= 3.5 && (inside || far >= 2.75)) {
+                expected.push_back(index);
+            }
+        }
+        EXPECT_EQ(expected, items);
+    }
+}
+
+// ---- quadtree
+// ------------------------------------------------------------------------------------
+
+using Item = std::vector<Point2D>;
+
+bool IsRing(const Item& item) {
+    return item.size() >= 3 && IsEqual2D(item.front(), item.back(), kPrecision);
+}
+
+bool Touches(const Item& item, const Point2D& p) {
+    if (IsRing(item)) {
+        return PolygonContainsPoint2D(item, p, kPrecision);
+    }
+    if (item.size() == 1) {
+        return IsEqual2D(item[0], p, kPrecision);
+    }
+    for (std::size_t k = 1; k < item.size(); ++k) {
+        if (LineContainsPoint2D(item[k - 1], item[k], p, kPrecision)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+double Distance(const Item& item, const Point2D& p) {
+    if (IsRing(item) && PolygonContainsPoint2D(item, p, Precision3D(300, 300, 300))) {
+        return 0.0;
+    }
+    double nearest = kInfinity;
+    for (std::size_t k = 0; k < item.size(); ++k) {
+        const Point2D c =
+            LineClosestPoint2D(item[k], item[std::min(k + 1, item.size() - 1)], p,
+                               NonPerpendicularMode::kNearerEnd, Precision3D(300, 300, 300));
+        nearest = std::min(nearest, std::hypot(c.x - p.x, c.y - p.y));
+    }
+    return nearest;
+}
+
+/// Points, segments, polylines and rings on and near the split lines of a tree over [0, 64] x [0,
+/// 64], some beyond it.
+Item RandomItem(PropertyRandom& random) {
+    const auto value = [&] {
+        const double nudges[] = {0, 0.9 * kH, -0.9 * kH, 1.1 * kH, -1.1 * kH, 1.9 * kH, -1.9 * kH};
+        return random.Chance(0.5) ? random.Integer(-1, 17) * 4.0 + nudges[random.Integer(0, 6)]
+                                  : random.Uniform(-5.0, 70.0);
+    };
+    const Point2D p{value(), value()};
+    const double size = random.Chance(0.2) ? kH : 4.0;
+    switch (random.Integer(0, 4)) {
+        case 0:
+            return {p};
+        case 1:
+            return {p, {p.x + random.Integer(-1, 1) * size, p.y + random.Integer(-1, 1) * size}};
+        case 2:  // a flat polyline
+            return {p, {p.x + size, p.y}, {p.x + 2 * size, p.y}};
+        case 3:
+            return {p, {p.x + size, p.y}, {p.x + size, p.y + size}};
+        default:
+            return {p, {p.x + size, p.y}, {p.x + size, p.y + size}, {p.x, p.y + size}, p};
+    }
+}
+
+TEST(QuadTree, AnswersAsALinearSearchDoes) {  // property 1
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    for (const std::size_t depth : {0U, 3U, 6U, 40U}) {
+        std::vector<Item> items;
+        QuadTree2D tree;
+        tree.Initialize({0, 64, 0, 64}, depth, kPrecision, 0, 0);
+        for (unsigned id = 0; id < 600; ++id) {
+            items.push_back(RandomItem(random));
+            tree.Insert(id, items.back());
+            ASSERT_EQ(items.back().size(), tree.At(id).size());
+        }
+        for (int k = 0; k < 2000; ++k) {
+            Point2D p{random.Uniform(-6.0, 72.0), random.Uniform(-6.0, 72.0)};
+            if (random.Chance(0.8)) {  // at an item's corner or a little beside it
+                const Item& item = items[static_cast<std::size_t>(random.Integer(0, 599))];
+                p = item[static_cast<std::size_t>(
+                    random.Integer(0, static_cast<int>(item.size()) - 1))];
+                p.x += random.Uniform(-1.5, 1.5) * kH;
+                p.y += random.Uniform(-1.5, 1.5) * kH;
+            }
+            unsigned expected = QuadTree2D::kNone;
+            double nearest = kInfinity;
+            for (unsigned id = 0; id < items.size(); ++id) {
+                if (expected == QuadTree2D::kNone && Touches(items[id], p)) {
+                    expected = id;
+                }
+                nearest = std::min(nearest, Distance(items[id], p));
+            }
+            ASSERT_EQ(expected, tree.Find(p)) << p.x << ' ' << p.y;
+            ASSERT_NEAR(nearest, Distance(items[tree.Nearest(p)], p), 1e-12);
+
+            const Extents2D box{p.x, p.x + random.Uniform(0.0, 9.0), p.y, p.y};
+            std::vector<unsigned> in_box{7};
+            tree.Find(box, in_box);
+            std::vector<unsigned> expected_in_box;
+            for (unsigned id = 0; id < items.size(); ++id) {
+                if (IsExtentsIntersected2D(ExtentsOf(items[id]), box, kPrecision)) {
+                    expected_in_box.push_back(id);
+                }
+            }
+            ASSERT_EQ(expected_in_box, in_box);
+        }
+    }
+}
+
+TEST(QuadTree, OverflowsAtTheMaximumDepthAndWhereTheToleranceEnds) {  // property 2
+    QuadTree2D flat;
+    flat.Initialize({0, 8, 0, 8}, 0, kPrecision, 5, 1);
+    QuadTree2D deep;
+    deep.Initialize({0, 8, 0, 8}, 1000000, kPrecision, 5, 1);
+    for (unsigned id = 0; id < 5; ++id) {
+        flat.Insert(id, Item{{1.0 * id, 1}});
+        deep.Insert(id, Item{{3.0, 3.0}});
+        EXPECT_EQ(id < 4 ? 0U : 5U, flat.OverflowCount());
+    }
+    EXPECT_EQ(3U, flat.Find({3, 1}));
+    EXPECT_GE(deep.OverflowCount(), 5U);
+    EXPECT_LT(deep.LeafBoxes().size(), 40U);
+    flat.Clear();
+    EXPECT_EQ(QuadTree2D::kNone, flat.Find({3, 1}));
+    EXPECT_EQ(QuadTree2D::kNone, flat.Nearest({3, 1}));
+    EXPECT_TRUE(flat.At(3).empty());
+}
+
+TEST(QuadTree, AnAreaIsNotStoredInAQuadrantItOnlyTouchesASegmentIs) {
+    // Four points fill the left top quadrant's leaf and make the root split; then one item on the
+    // edge.
+    const auto leaves = [](const Item& item) {
+        QuadTree2D tree;
+        tree.Initialize({0, 8, 0, 8}, 1, kPrecision, 8, 4);
+        for (unsigned id = 0; id < 4; ++id) {
+            tree.Insert(id, Item{{1, 5.0 + 0.1 * id}});
+        }
+        tree.Insert(4, item);
+        return tree.LeafBoxes().size();
+    };
+    const double edge = 4 + 0.9 * kH;  // reaches the right half within tolerance only
+    EXPECT_EQ(2U, leaves({{3, 6}, {edge, 6}}));
+    EXPECT_EQ(1U, leaves({{3, 6}, {edge, 6}, {edge, 7}, {3, 6}}));
+    EXPECT_EQ(4U, leaves({{4, 4}, {4, 4}, {4, 4}}));  // nowhere by the shrunk test: widened
+}
+
+TEST(QuadTree, WildItemsAndPointsAreNeverFound) {  // property 3
+    QuadTree2D tree;
+    tree.Initialize({0, 8, 0, 8}, 8, kPrecision, 8, 4);
+    tree.Insert(2, Item{{kNaN, 1}});
+    tree.Insert(5, Item{{1, 1}, {kInfinity, 1}});
+    tree.Insert(3, Item{{}});
+    tree.Insert(4, Item{});
+    EXPECT_EQ(2U, tree.At(5).size());
+    EXPECT_EQ(QuadTree2D::kNone, tree.Find({1, 1}));
+    EXPECT_EQ(QuadTree2D::kNone, tree.Nearest({1, 1}));
+    tree.Insert(0, Item{{0, 0}, {8, 0}, {8, 8}, {0, 8}, {0, 0}});
+    EXPECT_EQ(0U, tree.Find({1, 1}));
+    EXPECT_EQ(QuadTree2D::kNone, tree.Find({kNaN, 1}));
+    EXPECT_EQ(QuadTree2D::kNone, tree.Find({}));
+    if (lmw::test::CountsLibraryAllocations()) {
+        EXPECT_EQ(0U, lmw::test::AllocationsOf([&] {
+                      (void)tree.Find({1, 1});
+                      (void)tree.Nearest({9, 9});
+                  }));
+    }
+}
+
+}  // namespace
