@@ -46,10 +46,13 @@ class InputSnapper {
     InputSnapper(const std::vector<Line2D>& lines, const Precision3D& precision)
         : lines_(lines), precision_(precision) {}
 
+    /// How many points will come.
+    void Expect(std::size_t points) { expected_ = points; }
+
     Point2D operator()(const Point2D& p) {
         if (!grid_) {
             grid_.emplace(precision_);
-            grid_->Reserve(2 * lines_.size());
+            grid_->Reserve(2 * lines_.size() + expected_);
             for (const Line2D& line : lines_) {
                 if (line.first.IsValid() && line.second.IsValid()) {
                     grid_->Insert(line.first);
@@ -63,12 +66,15 @@ class InputSnapper {
  private:
     const std::vector<Line2D>& lines_;
     const Precision3D& precision_;
+    std::size_t expected_ = 0;
     std::optional<detail::PointGrid> grid_;
 };
 
 class DatabaseSnapper {
  public:
     explicit DatabaseSnapper(IGeometryDatabase& database) : database_(database) {}
+
+    void Expect(std::size_t /*points*/) {}
 
     Point2D operator()(const Point2D& p) { return database_.PointAt(database_.InsertPoint(p)); }
 
@@ -180,6 +186,7 @@ class Engine {
     /// Sorted by counting on i, because there are as many meetings as segments or more; few share
     /// an i.
     void ReportInOrder(const std::vector<Meeting>& meetings) {
+        snapper_.Expect(meetings.size());
         std::vector<std::uint32_t> begin(lines_.size() + 1, 0);
         for (const Meeting& meeting : meetings) {
             ++begin[detail::FirstOf(meeting.key)];

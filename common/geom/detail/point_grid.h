@@ -35,29 +35,32 @@ class PointGrid {
  private:
     struct Axis {
         explicit Axis(double half_epsilon);
-        [[nodiscard]] double Cell(double v) const noexcept;
+        [[nodiscard]] std::int64_t Cell(double v) const noexcept;
 
         double half_epsilon;
         double reach;  // half_epsilon (1 + 1e-6): no rounding of a tolerant comparison gets farther
         double inverse;  // 1 / cell width; 0 when everything is one cell
     };
+    /// A chain of points by the hash of their cell. Cells of equal tag share a chain, which costs
+    /// time only: every point of a chain is compared.
     struct Slot {
-        std::uint32_t first = kNone;  // lowest number in the cell; the cell is that of this point
-        std::uint32_t last = kNone;
+        std::uint32_t tag = 0;
+        std::uint32_t newest = kNone;
     };
 
-    [[nodiscard]] std::size_t SlotOf(double cell_x, double cell_y) const noexcept;
-    [[nodiscard]] std::uint32_t LowestInCell(double cell_x, double cell_y, const Point2D& p,
-                                             std::uint32_t best) const noexcept;
+    [[nodiscard]] static std::uint64_t Hash(std::int64_t cell_x, std::int64_t cell_y) noexcept;
+    [[nodiscard]] std::uint64_t HashOf(const Point2D& p) const noexcept;
+    [[nodiscard]] std::size_t SlotOf(std::uint64_t hash) const noexcept;
+    [[nodiscard]] std::uint32_t LowestInChain(std::uint64_t hash, const Point2D& p,
+                                              std::uint32_t best) const noexcept;
     void Link(std::uint32_t number);
-    void Grow();
+    void Rehash(std::size_t slot_count);
 
     Axis x_;
     Axis y_;
     std::vector<Point2D> points_;
-    std::vector<Point2D> cells_;       // the cell of each point
-    std::vector<std::uint32_t> next_;  // next point of the same cell, ascending
-    std::vector<Slot> slots_;          // open addressing, a power of two, at most half full
+    std::vector<std::uint32_t> older_;  // the next point of the same chain
+    std::vector<Slot> slots_;           // open addressing, a power of two, at most half full
     std::size_t used_slots_ = 0;
 };
 
