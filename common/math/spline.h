@@ -74,7 +74,7 @@ class LMW_API Spline : private algorithm::Common {
 
     /// Prepares the curve; does nothing when it is prepared already or has fewer than two points.
     /// Fails, and leaves the curve unprepared, as Linear does; with tension also by message 22762
-    /// when the x values do not increase strictly.
+    /// when the x values do not increase strictly, which names the first point at fault.
     gtl::status UpdateCalculatedValues();
 
     /// The value at `x`; the undefined value where there is none.

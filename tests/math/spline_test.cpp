@@ -214,11 +214,13 @@ TEST(SplineCurve, EverySetterStartsAgainFromTheCallersPoints) {
 }
 
 TEST(SplineCurve, WithTensionNeedsStrictlyIncreasingX) {
-    for (const Points& points : {Points{{0, 0}, {1, 1}, {1, 2}}, Points{{0, 0}, {2, 1}, {1, 2}},
-                                 Points{{0, 0}, {std::nan(""), 1}, {1, 2}}}) {
+    for (const auto& [points, at_fault] : {std::pair{Points{{0, 0}, {1, 1}, {1, 2}}, L"3"},
+                                           {Points{{0, 0}, {2, 1}, {1, 2}}, L"3"},
+                                           {Points{{0, 0}, {std::nan(""), 1}, {1, 2}}, L"2"}}) {
         Spline spline(100, 10, kCalc, kCalc, First(points), Last(points), kUndefined);
         const gtl::status result = spline.UpdateCalculatedValues();
         EXPECT_EQ(result.MessageId(), 22762U);
+        EXPECT_EQ(result.Detail()->Arguments()[0], at_fault);
         EXPECT_EQ(spline(0.5), kUndefined);
     }
     const Points lost = {{1e9, 0}, {2e9, 1}};

@@ -10,7 +10,10 @@
 #include "common/str/number_text.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <new>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -105,17 +108,26 @@ gtl::status MakeLines(const CurvePoints& points, bool cyclic, double period,
     return EngineStatus(L"Construct", polynomial.Construct());
 }
 
+/// Message 22762 names the first point whose x is not above that of the point before it, counted
+/// from 1.
+gtl::status NotIncreasing(std::span<const double> x) {
+    const auto after = std::adjacent_find(x.begin(), x.end(),
+                                          [](double a, double b) { return !std::isless(a, b); });
+    const std::ptrdiff_t point = after != x.end() ? after - x.begin() + 2 : 1;  // a lone NaN
+    return gtl::status(kXNotIncreasing, std::to_wstring(point));
+}
+
 gtl::status MakeCubic(const CurvePoints& points, bool cyclic, double period, const CurveForm& form,
                       PiecewisePolynomial& polynomial) {
     std::vector<double> x(points.X().begin(), points.X().end());
     std::vector<double> y(points.Y().begin(), points.Y().end());
     if (!StrictlyIncreasing(x)) {
-        return gtl::status(kXNotIncreasing);
+        return NotIncreasing(x);
     }
     if (cyclic) {
         PadCycle(x, y, period);
         if (!StrictlyIncreasing(x)) {  // a period that is lost in the rounding of x
-            return gtl::status(kXNotIncreasing);
+            return NotIncreasing(x);
         }
     }
     TensionSpline spline(std::move(x), std::move(y), ShapeParameter(form.tension));
