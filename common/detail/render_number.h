@@ -1,7 +1,7 @@
 #pragma once
 
 // Renders numbers under printf's rules, in the C locale on every platform and without the C
-// runtime. Who parses the specification and finds the number is the caller's business.
+// runtime. Who parses the placeholder and finds the number is the caller's business.
 
 #include <cstdint>
 #include <optional>
@@ -9,7 +9,7 @@
 
 namespace lmw::detail {
 
-/// One printf specification of a number, without its length modifier.
+/// One printf placeholder of a number, without its length modifier.
 struct NumberSpec {
     bool left = false;         ///< "-"; overrides `zero`
     bool plus = false;         ///< "+"; overrides `space`

@@ -24,7 +24,7 @@ inline constexpr unsigned kMaxFieldWidth = 4096;
 /// 1. A text, character, pointer or boolean placeholder inserts its argument under the
 /// placeholder's
 ///    width; a text placeholder also under its precision, counted in code units.
-/// 2. A numeric placeholder formats its argument by its specification when the whole argument reads
+/// 2. A numeric placeholder formats its argument as it asks when the whole argument reads
 /// as a
 ///    number of that type (16, 32 or 64 bits, signed or not, or a double); otherwise the argument
 ///    is inserted as it is. Formatting is that of the C locale.

@@ -179,7 +179,7 @@ class Scanner {
         if (AtEnd(at)) {
             return std::nullopt;
         }
-        // By design: "r" is rewritten in the template, so the stored specification reads "f";
+        // By design: "r" is rewritten in the template, so the stored placeholder reads "f";
         // without the rewriting a caller's renderer would meet a conversion that no printing
         // routine knows.
         if (text_[at] == Char('r')) {

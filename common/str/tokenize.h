@@ -1,7 +1,7 @@
 #pragma once
 
 // The format template tokenizer: cuts the printf-style placeholders out of a message template.
-// A caller renders each argument by its own specification and then prints the normalised template
+// A caller renders each argument by its own placeholder and then prints the normalised template
 // with text arguments only, so that no text from outside ever reaches a printing routine as a
 // format. Surprising: only one flag is accepted, and what is not recognised is removed from the
 // template.

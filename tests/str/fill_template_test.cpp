@@ -87,7 +87,7 @@ TEST(FillTemplate, FormatsNumbersAndInsertsOtherTextsAsTheyAre) {
     }
 }
 
-// The specification is the test's own, made of the pieces below.
+// The formats are the test's own, made of the pieces below.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 
@@ -117,8 +117,6 @@ TEST(FillTemplate, AgreesWithTheCLibraryOnRandomNumbers) {
             spec += "efgG"[random.Integer(0, 3)];
             const double value = random.Chance(0.1) ? 0.0 : random.SignedLogUniform(1e-30, 1e30);
             argument = str::DoubleText(value);
-            // NOLINTNEXTLINE(clang-diagnostic-format-nonliteral): the specification is the test's
-            // own
             std::snprintf(expected.data(), expected.size(), spec.c_str(), value);
         } else {
             spec += (alternative ? "oxX" : "doxXui")[random.Integer(0, alternative ? 2 : 5)];

@@ -1,6 +1,6 @@
 #pragma once
 
-// Renders one argument of a message by the specification of its placeholder.
+// Renders one argument of a message as its placeholder asks.
 
 #include "common/str/tokenize.h"
 
