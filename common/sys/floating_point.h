@@ -24,6 +24,10 @@ LMW_API unsigned FloatingPointFlags() noexcept;
 /// Clears the flags of this thread.
 LMW_API void ClearFloatingPointFlags() noexcept;
 
+/// Makes exactly `flags` the flags raised on this thread, without trapping: none of them may be
+/// among the exceptions that trap.
+LMW_API void SetFloatingPointFlags(unsigned flags) noexcept;
+
 /// The exceptions that trap on this thread.
 LMW_API unsigned TrappingFloatingPointExceptions() noexcept;
 

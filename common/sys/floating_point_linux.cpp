@@ -40,6 +40,13 @@ void ClearFloatingPointFlags() noexcept {
     std::feclearexcept(FE_ALL_EXCEPT);
 }
 
+void SetFloatingPointFlags(unsigned flags) noexcept {
+    std::feclearexcept(FE_ALL_EXCEPT);
+    // Raising an overflow would raise the inexact flag as well; storing the flags does not.
+    const auto stored = static_cast<std::fexcept_t>(ToPlatform(flags));
+    std::fesetexceptflag(&stored, FE_ALL_EXCEPT);
+}
+
 unsigned TrappingFloatingPointExceptions() noexcept {
     return FromPlatform(fegetexcept());
 }

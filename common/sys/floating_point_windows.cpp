@@ -1,6 +1,10 @@
 #include "common/sys/floating_point.h"
 
 #include <float.h>
+#include <xmmintrin.h>
+
+#include <array>
+#include <utility>
 
 namespace sys {
 
@@ -18,6 +22,22 @@ unsigned FloatingPointFlags() noexcept {
 
 void ClearFloatingPointFlags() noexcept {
     _clearfp();
+}
+
+void SetFloatingPointFlags(unsigned flags) noexcept {
+    // The runtime can only clear flags. The vector unit, which does all the computing, keeps them
+    // in the low bits of its control register.
+    constexpr std::array<std::pair<unsigned, unsigned>, 5> kBits = {{{kInvalid, 0x01},
+                                                                     {kZeroDivide, 0x04},
+                                                                     {kOverflow, 0x08},
+                                                                     {kUnderflow, 0x10},
+                                                                     {kInexact, 0x20}}};
+    _clearfp();
+    unsigned control = _mm_getcsr();
+    for (const auto& [ours, theirs] : kBits) {
+        control |= (flags & ours) != 0 ? theirs : 0U;
+    }
+    _mm_setcsr(control);
 }
 
 unsigned TrappingFloatingPointExceptions() noexcept {

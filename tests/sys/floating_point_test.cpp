@@ -62,6 +62,19 @@ TEST_F(FloatingPoint, EachExceptionRaisesItsOwnFlagUntilItIsCleared) {
     EXPECT_EQ(FloatingPointFlags(), 0U);
 }
 
+TEST_F(FloatingPoint, EverySetOfFlagsIsTakenExactly) {
+    for (unsigned flags = 0; flags <= kAllFloatingPointExceptions; ++flags) {
+        Discard(Opaque(1e300) * Opaque(1e300));
+        SetFloatingPointFlags(flags);
+        ASSERT_EQ(FloatingPointFlags(), flags);
+    }
+    SetTrappingFloatingPointExceptions(kInvalid);
+    SetFloatingPointFlags(kOverflow | kZeroDivide);
+    Discard(Opaque(1.0) + Opaque(1.0));
+    EXPECT_EQ(FloatingPointFlags(), kOverflow | kZeroDivide) << "none of them traps";
+    EXPECT_EQ(TrappingFloatingPointExceptions(), kInvalid);
+}
+
 TEST_F(FloatingPoint, EverySetOfTrapsIsTakenExactly) {
     for (unsigned trapping = 0; trapping <= kAllFloatingPointExceptions; ++trapping) {
         SetTrappingFloatingPointExceptions(trapping);

@@ -19,27 +19,28 @@ namespace detail {
 
 namespace {
 
-constexpr int kHeldBack = FE_OVERFLOW | FE_DIVBYZERO | FE_INVALID;
+constexpr unsigned kHeldBack = sys::kOverflow | sys::kZeroDivide | sys::kInvalid;
 
 }  // namespace
 
-// Saving and restoring the whole environment costs as much as preparing a few points; without traps
-// it is enough to look at the flags.
+// Changing the traps costs as much as preparing a few points; where there are none it is enough to
+// look at the flags.
 ConstructionScope::ConstructionScope() noexcept
-    : trapping_(sys::TrappingFloatingPointExceptions() != 0), previous_(constructing) {
+    : trapping_(sys::TrappingFloatingPointExceptions()),
+      flags_(sys::FloatingPointFlags()),
+      previous_(constructing) {
     constructing = 1;
-    if (trapping_) {
-        std::feholdexcept(&environment_);
-    } else {
-        flags_ = std::fetestexcept(kHeldBack);
+    if (trapping_ != 0) {
+        sys::SetTrappingFloatingPointExceptions(0);
     }
 }
 
 ConstructionScope::~ConstructionScope() {
-    if (trapping_) {
-        std::fesetenv(&environment_);
-    } else if (const int raised = std::fetestexcept(kHeldBack) & ~flags_; raised != 0) {
-        std::feclearexcept(raised);
+    if (trapping_ != 0) {
+        sys::SetTrappingFloatingPointExceptions(trapping_);
+        sys::SetFloatingPointFlags(flags_ & ~trapping_);
+    } else if (const unsigned now = sys::FloatingPointFlags(); (now & kHeldBack & ~flags_) != 0) {
+        sys::SetFloatingPointFlags(now & (~kHeldBack | flags_));
     }
     constructing = previous_;
 }

@@ -2,8 +2,6 @@
 
 // The state of a thread while it prepares a curve.
 
-#include <cfenv>
-
 namespace math::fn::interpolate::detail {
 
 /// Marks the calling thread as constructing a curve (curve_construction.h) and holds back
@@ -17,9 +15,8 @@ class ConstructionScope {
     ConstructionScope& operator=(const ConstructionScope&) = delete;
 
  private:
-    std::fenv_t environment_{};
-    int flags_ = 0;
-    bool trapping_;
+    unsigned trapping_;
+    unsigned flags_;
     unsigned previous_;
 };
 
