@@ -16,5 +16,6 @@ void AddCurve(CLI::App& program, std::ostream& out);
 void AddDemo(CLI::App& program, std::ostream& out);
 void AddParams(CLI::App& program, std::ostream& out);
 void AddDiag(CLI::App& program, std::ostream& out);
+void AddSample(CLI::App& program, std::ostream& out);
 
 }  // namespace lmw::tool

@@ -88,6 +88,7 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     AddDemo(program, out);
     AddParams(program, out);
     AddDiag(program, out);
+    AddSample(program, out);
     for (CLI::App* const command : program.get_subcommands({})) {
         command->group("Commands");
     }
