@@ -17,5 +17,6 @@ void AddDemo(CLI::App& program, std::ostream& out);
 void AddParams(CLI::App& program, std::ostream& out);
 void AddDiag(CLI::App& program, std::ostream& out);
 void AddSample(CLI::App& program, std::ostream& out);
+void AddGeom(CLI::App& program, std::ostream& out);
 
 }  // namespace lmw::tool

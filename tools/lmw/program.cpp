@@ -89,6 +89,7 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     AddParams(program, out);
     AddDiag(program, out);
     AddSample(program, out);
+    AddGeom(program, out);
     for (CLI::App* const command : program.get_subcommands({})) {
         command->group("Commands");
     }

@@ -1,0 +1,94 @@
+// lmw geom as a user meets it.
+
+#include "tests/tool/tool_run.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using lmw::test::RunTool;
+using lmw::test::TemporaryFolder;
+using lmw::test::ToolResult;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const char* const kCross = "line,x,y\n0,0,0\n0,4,4\n1,0,4\n1,4,0\n1,4,4\n";
+
+TEST(GeomCommand, ListsEventsWithRowsAndSegments) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("cross.csv", kCross);
+    for (const char* method : {"choose", "sweep"}) {
+        const ToolResult result = RunTool({"geom", file, "--kind", "crossing", "--method", method});
+        EXPECT_EQ(0, result.exit_code) << result.err;
+        EXPECT_EQ("x,y,first_row,first_segment,second_row,second_segment\n2,2,0,0,1,1\n",
+                  result.out);
+    }
+    EXPECT_EQ("POINT (2 2)\nPOINT (4 4)\nPOINT (4 0)\n",
+              RunTool({"geom", file, "--format", "wkt"}).out);
+    EXPECT_EQ("POINT (2 2)\nPOINT (4 4)\n",
+              RunTool({"geom", file, "--kind", "intersection", "--format", "wkt", "--x-column", "x",
+                       "--y-column", "3"})
+                  .out.substr(0, 24));
+}
+
+TEST(GeomCommand, ReadsWktAndFindsSharedEdges) {
+    const TemporaryFolder folder;
+    const std::string file =
+        folder.Write("two.wkt",
+                     "MULTIPOLYGON (((0 0, 1 0, 1 1, 0 0)),\n ((1 0, 2 0, 1 1, 1 0)))\n"
+                     "GEOMETRYCOLLECTION Z (POINT EMPTY, LINESTRING (5 5 1, 6 6 1))");
+    const ToolResult result = RunTool({"geom", file, "--task", "edges"});
+    EXPECT_EQ(0, result.exit_code) << result.err;
+    EXPECT_THAT(result.out,
+                StartsWith("edge,x0,y0,x1,y1,uses\n1,0,0,1,0,0:0\n2,1,0,1,1,0:1 1:2\n"));
+    EXPECT_THAT(result.out, HasSubstr(",5,5,6,6,2:0\n"));
+}
+
+TEST(GeomCommand, DividesRows) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("line.csv", "0,0,0\n0,3,0\n0,3,2\n");
+    EXPECT_EQ("row,x,y\n0,0,0\n0,1,0\n0,2,0\n0,3,0\n0,3,1\n0,3,2\n",
+              RunTool({"geom", file, "--task", "divide", "--spacing", "1"}).out);
+}
+
+TEST(GeomCommand, DrawsThePictureAndWritesAllOrNothing) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("cross.csv", kCross);
+    for (const char* overlay : {"cells", "tree"}) {
+        const ToolResult result = RunTool({"geom", file, "--svg", folder.Name("out.svg"), "-o",
+                                           folder.Name("out.csv"), "--draw", overlay});
+        EXPECT_EQ(0, result.exit_code) << result.err;
+        EXPECT_THAT(folder.Read("out.svg").value_or(""), HasSubstr("events: 3"));
+        EXPECT_TRUE(folder.Read("out.csv").has_value());
+    }
+}
+
+TEST(GeomCommand, ComplainsAboutBadInput) {
+    const TemporaryFolder folder;
+    const std::string csv = folder.Write("a.csv", "line,x,y\n0,0,zero\n");
+    const std::string good = folder.Write("b.csv", kCross);
+    const struct {
+        std::vector<std::string> arguments;
+        const char* complaint;
+    } rows[] = {
+        {{"geom", csv}, "zero"},
+        {{"geom", good, "--task", "divide"}, "--spacing"},
+        {{"geom", good, "--decimals", "2.5"}, "--decimals"},
+        {{"geom", good, "--kind", "touch"}, "touch"},
+        {{"geom", folder.Write("c.wkt", "CIRCLE (0 0)")}, "CIRCLE"},
+        {{"geom", folder.Write("d.wkt", "LINESTRING (0 0, 1")}, "coordinates"},
+        {{"geom", folder.Write("e.wkt", "LINESTRING (0 0, 1 1")}, "closing"},
+        {{"geom", folder.Write("f.wkt", "POLYGON " + std::string(5000, '('))}, "parentheses"},
+        {{"geom", folder.Write("g.csv", "0,1,1\n0,1,1\n"), "--task", "divide", "--spacing", "1"},
+         "cannot be divided"},
+    };
+    for (const auto& row : rows) {
+        const ToolResult result = RunTool(row.arguments);
+        EXPECT_EQ(2, result.exit_code) << row.complaint;
+        EXPECT_THAT(result.err, HasSubstr(row.complaint));
+        EXPECT_EQ("", result.out);
+    }
+}
+
+}  // namespace
