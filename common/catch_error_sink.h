@@ -20,6 +20,8 @@ class LMW_API CatchErrorEventSink : public IEventSink {
     /// Not to be called any more by destructors of static objects that were made before that call.
     static CatchErrorEventSink& Instance();
 
+    CatchErrorEventSink(const CatchErrorEventSink&) = delete;
+    CatchErrorEventSink& operator=(const CatchErrorEventSink&) = delete;
     ~CatchErrorEventSink() override;
 
     /// Sets the three values to 0.

@@ -23,6 +23,8 @@ class LMW_API FileSink : public IEventSink {
  public:
     /// Opens the file for appending, or makes it.
     explicit FileSink(const std::wstring& path);
+    FileSink(const FileSink&) = delete;
+    FileSink& operator=(const FileSink&) = delete;
     ~FileSink() override;
 
     /// Success while everything has been written so far; else the first failure (message 20526 when

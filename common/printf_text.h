@@ -35,7 +35,7 @@ class PrintfArgument {
 
     /// Integers of every size, bool, and characters.
     template <std::integral Integer>
-    PrintfArgument(Integer value) noexcept  // NOLINT(google-explicit-constructor): by its purpose
+    PrintfArgument(Integer value) noexcept
         : kind_(KindOfInteger_<Integer>()),
           size_(sizeof(Integer)),
           bits_(static_cast<std::uint64_t>(value)) {}
@@ -89,7 +89,7 @@ class PrintfArgument {
         }
     }
 
-    Kind kind_;
+    Kind kind_ = Kind::kPointer;
     unsigned size_ = 0;
     std::uint64_t bits_ = 0;
     double floating_ = 0.0;

@@ -15,8 +15,9 @@ namespace {
 void AppendEscaped(std::wstring& line, std::wstring_view text) {
     constexpr std::wstring_view kDigits = L"0123456789abcdef";
     for (const wchar_t c : text) {
+        const auto code = static_cast<char32_t>(c);
         // The second range is that of the control characters of eight-bit terminals.
-        const bool control = (c >= L'\0' && c < L' ') || (c >= wchar_t{0x7F} && c < wchar_t{0xA0});
+        const bool control = code < 0x20 || (code >= 0x7F && code < 0xA0);
         if (!control) {
             line += c;
         } else if (c == L'\n') {
@@ -26,7 +27,6 @@ void AppendEscaped(std::wstring& line, std::wstring_view text) {
         } else if (c == L'\t') {
             line += L"\\t";
         } else {
-            const auto code = static_cast<std::size_t>(c);
             line += {L'\\', L'x', kDigits[code / 16], kDigits[code % 16]};
         }
     }
