@@ -179,8 +179,8 @@ void CellWriteByHand(benchmark::State& state) {
     for (auto _ : state) {
         for (const std::size_t position : positions) {
             block[position] = 0.5;
-            benchmark::ClobberMemory();
         }
+        benchmark::ClobberMemory();
     }
     state.SetItemsProcessed(state.iterations() * 4096);
 }
@@ -195,8 +195,8 @@ void CellWrite(benchmark::State& state) {
     for (auto _ : state) {
         for (std::size_t k = 0; k < cells.rows.size(); ++k) {
             table.SetValue(cells.rows[k], cells.params[k], 0.5);
-            benchmark::ClobberMemory();
         }
+        benchmark::ClobberMemory();
     }
     state.SetItemsProcessed(state.iterations() * 4096);
 }
