@@ -1,0 +1,226 @@
+#include "common/file/detail/archive_writer.h"
+
+#include "common/errors.h"
+#include "common/file/detail/archive_reader.h"
+#include "common/file/detail/zip_source.h"
+#include "common/system_error.h"
+
+#include <zip.h>
+
+#include <ctime>
+#include <exception>
+
+namespace lmw::file::detail {
+
+namespace {
+
+using sys::file::FileInputStream;
+using sys::file::zip::Progress;
+
+// How often progress is told, as a part of the whole.
+constexpr double kProgressStep = 0.001;
+
+struct ArchiveDiscarder {
+    void operator()(zip_t* archive) const noexcept { zip_discard(archive); }
+};
+using Archive = std::unique_ptr<zip_t, ArchiveDiscarder>;
+
+// Hands the library's progress to the caller's function, which may cancel or throw.
+struct ProgressRelay {
+    const Progress* progress = nullptr;
+    bool cancelled = false;
+    std::exception_ptr failure;
+
+    static void Tell(zip_t* /*archive*/, double part_done, void* user) {
+        auto* const relay = static_cast<ProgressRelay*>(user);
+        if (relay->cancelled) {
+            return;
+        }
+        try {
+            relay->cancelled = !(*relay->progress)(part_done);
+        } catch (...) {
+            relay->failure = std::current_exception();
+            relay->cancelled = true;
+        }
+    }
+    static int IsCancelled(zip_t* /*archive*/, void* user) {
+        return static_cast<ProgressRelay*>(user)->cancelled ? 1 : 0;
+    }
+};
+
+// Puts one added or replaced entry into the archive; false where the library refuses.
+bool PutContent(zip_t* archive, const EntryPlan& plan, std::uint64_t index,
+                const SourceFailure& failure) {
+    zip_source_t* const source =
+        MakeReadingSource(plan.content->stream, failure, zip_get_error(archive));
+    if (source == nullptr) {
+        return false;
+    }
+    if (plan.in_archive) {
+        if (zip_file_replace(archive, index, source, 0) != 0) {
+            zip_source_free(source);
+            return false;
+        }
+    } else {
+        const zip_int64_t added =
+            zip_file_add(archive, plan.name.c_str(), source, ZIP_FL_ENC_UTF_8);
+        if (added < 0) {
+            zip_source_free(source);
+            return false;
+        }
+        index = static_cast<std::uint64_t>(added);
+    }
+    if (plan.renamed && zip_file_rename(archive, index, plan.name.c_str(), ZIP_FL_ENC_UTF_8) != 0) {
+        return false;
+    }
+    const bool encrypted = plan.password != nullptr;
+    return zip_set_file_compression(archive, index, ZIP_CM_DEFAULT, 0) == 0 &&
+           zip_file_set_mtime(archive, index, static_cast<std::time_t>(plan.content->modified),
+                              0) == 0 &&
+           zip_file_set_encryption(archive, index, encrypted ? ZIP_EM_AES_256 : ZIP_EM_NONE,
+                                   encrypted ? plan.password->Text() : nullptr) == 0;
+}
+
+// The library writes only what it takes for changed: setting an entry's own time makes it so.
+bool MakeChanged(zip_t* archive, std::uint64_t index) {
+    zip_stat_t stat;
+    zip_stat_init(&stat);
+    return zip_stat_index(archive, index, 0, &stat) == 0 &&
+           zip_file_set_mtime(archive, index, stat.mtime, 0) == 0;
+}
+
+// Tells the library about every change; false where it refuses one. Deletions come first, so that
+// the name of a deleted entry is free again.
+bool ApplyPlan(zip_t* archive, const ArchivePlan& plan, const SourceFailure& failure) {
+    bool changed = false;
+    for (std::size_t k = 0; k < plan.entries.size(); ++k) {
+        if (plan.entries[k].in_archive && plan.entries[k].deleted) {
+            changed = true;
+            if (zip_delete(archive, k) != 0) {
+                return false;
+            }
+        }
+    }
+    std::optional<std::uint64_t> first_kept;
+    for (std::size_t k = 0; k < plan.entries.size(); ++k) {
+        const EntryPlan& entry = plan.entries[k];
+        if (entry.deleted) {
+            continue;
+        }
+        if (entry.content.has_value()) {
+            changed = true;
+            if (!PutContent(archive, entry, k, failure)) {
+                return false;
+            }
+        } else if (!first_kept.has_value()) {
+            first_kept = k;
+        }
+    }
+    if (plan.comment_changed &&
+        zip_set_archive_comment(archive, plan.comment.c_str(),
+                                static_cast<zip_uint16_t>(plan.comment.size())) != 0) {
+        return false;
+    }
+    return changed || !first_kept.has_value() || MakeChanged(archive, *first_kept);
+}
+
+bool HasEntries(const ArchivePlan& plan) {
+    for (const EntryPlan& entry : plan.entries) {
+        if (!entry.deleted) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void LetGo(void* old) {
+    static_cast<FileInputStream*>(old)->Close();
+}
+
+std::string EndRecord(const std::string& comment) {
+    std::string record("PK\5\6", 4);
+    record.append(16, '\0');  // no disks, no entries, no directory
+    record += static_cast<char>(comment.size() & 0xFF);
+    record += static_cast<char>((comment.size() >> 8) & 0xFF);
+    return record + comment;
+}
+
+gtl::status FailedToWrite(const std::wstring& path, unsigned code) {
+    return LmwError::File::write(path, lmw::diag::impl::SysCodeAsString_(code));
+}
+
+}  // namespace
+
+gtl::status WriteEmptyArchive(const std::wstring& path, const std::string& comment,
+                              FileInputStream* old, bool& replaced) {
+    replaced = false;
+    sys::ReplacementFile file;
+    const std::string record = EndRecord(comment);
+    unsigned code = file.Create(path);
+    if (code == 0) {
+        code = file.File().WriteAt(0, record.data(), record.size());
+    }
+    if (code != 0) {
+        return FailedToWrite(path, code);
+    }
+    if (old != nullptr) {
+        old->Close();
+    }
+    code = file.Commit();
+    replaced = file.IsInPlace();
+    return code == 0 ? gtl::status() : FailedToWrite(path, code);
+}
+
+gtl::status WriteArchive(const ArchivePlan& plan, FileInputStream& old, const Progress& progress,
+                         bool& replaced) {
+    if (!HasEntries(plan)) {
+        return WriteEmptyArchive(old.Name(), plan.comment, &old, replaced);
+    }
+    replaced = false;
+    const std::wstring path = old.Name();
+    const auto failure = std::make_shared<std::wstring>();
+    Replacement replacement;
+    replacement.path = path;
+    replacement.before_commit = &LetGo;
+    replacement.before_commit_data = &old;
+
+    zip_error_t error;
+    zip_error_init(&error);
+    zip_source_t* const source =
+        MakeReplacingSource(sys::file::InputStream(&old), replacement, failure, &error);
+    Archive archive(source != nullptr ? zip_open_from_source(source, 0, &error) : nullptr);
+    if (archive == nullptr) {
+        zip_source_free(source);
+        gtl::status result = LmwError::File::open(path, CauseOf(&error, failure));
+        zip_error_fini(&error);
+        return result;
+    }
+    zip_error_fini(&error);
+
+    ProgressRelay relay;
+    relay.progress = &progress;
+    if (progress) {
+        zip_register_progress_callback_with_state(archive.get(), kProgressStep,
+                                                  &ProgressRelay::Tell, nullptr, &relay);
+        zip_register_cancel_callback_with_state(archive.get(), &ProgressRelay::IsCancelled, nullptr,
+                                                &relay);
+    }
+    if (ApplyPlan(archive.get(), plan, failure) && zip_close(archive.get()) == 0) {
+        static_cast<void>(archive.release());  // closing has freed it
+        replaced = true;
+        return {};
+    }
+    replaced = replacement.file.IsInPlace();
+    if (relay.failure != nullptr) {
+        std::rethrow_exception(relay.failure);
+    }
+    return relay.cancelled
+               ? Cancelled()
+               : LmwError::File::write(path, CauseOf(zip_get_error(archive.get()), failure));
+}
+
+gtl::status Cancelled() {
+    return gtl::status::FromText(L"The operation was cancelled.");
+}
+
+}  // namespace lmw::file::detail

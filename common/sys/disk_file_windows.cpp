@@ -1,0 +1,228 @@
+#include "common/sys/detail/windows_path.h"
+#include "common/sys/disk_file.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <atomic>
+
+namespace sys {
+
+namespace {
+
+using detail::AsHandle;
+using detail::LongPath;
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// How long Commit waits for somebody else to let go of the old file: virus scanners and indexers
+// hold a file for moments only.
+constexpr int kTries = 40;
+constexpr DWORD kMillisecondsBetweenTries = 50;
+
+std::wstring NameBeside(const std::wstring& path) {
+    static std::atomic<unsigned> counter{0};
+    return path + L'.' + std::to_wstring(GetCurrentProcessId()) + L'-' +
+           std::to_wstring(counter++) + L".tmp";
+}
+
+HANDLE CreateNew(const std::wstring& name, DWORD flags) {
+    return CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, FILE_SHARE_DELETE,
+                       nullptr, CREATE_NEW, flags, nullptr);
+}
+
+OVERLAPPED AtOffset(std::uint64_t offset) noexcept {
+    OVERLAPPED place{};
+    place.Offset = static_cast<DWORD>(offset);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    return place;
+}
+
+std::uint64_t Joined(DWORD high, DWORD low) noexcept {
+    return (std::uint64_t{high} << 32) | low;
+}
+
+// What one call of ReadFile or WriteFile is asked for at most.
+constexpr std::size_t kMostAtOnce = 1U << 30;
+
+bool IsHeldBySomebody(DWORD code) noexcept {
+    return code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION ||
+           code == ERROR_ACCESS_DENIED || code == ERROR_USER_MAPPED_FILE;
+}
+
+}  // namespace
+
+PathKind KindOfPath(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(LongPath(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return PathKind::kNothing;
+    }
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? PathKind::kFolder
+           : (attributes & FILE_ATTRIBUTE_DEVICE) != 0  ? PathKind::kOther
+                                                        : PathKind::kFile;
+}
+
+bool IsMarkedReadOnly(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(LongPath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+std::wstring ResolvedPath(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(LongPath(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+        return path;
+    }
+    DiskFile file;
+    if (DiskFile::OpenForReading(path, Sharing::kEveryone, file) != 0) {
+        return path;
+    }
+    std::wstring resolved(32768, L'\0');
+    const DWORD size =
+        GetFinalPathNameByHandleW(AsHandle(file.Handle()), resolved.data(),
+                                  static_cast<DWORD>(resolved.size()), FILE_NAME_NORMALIZED);
+    resolved.resize(size < resolved.size() ? size : 0);
+    return resolved.empty() ? path : resolved;
+}
+
+unsigned RemoveFile(const std::wstring& path) {
+    return DeleteFileW(LongPath(path).c_str()) != 0 ? 0 : GetLastError();
+}
+
+DiskFile& DiskFile::operator=(DiskFile&& other) noexcept {
+    if (this != &other) {
+        Close();
+        handle_ = other.handle_;
+        other.handle_ = kClosed;
+    }
+    return *this;
+}
+
+unsigned DiskFile::OpenForReading(const std::wstring& path, Sharing sharing, DiskFile& file) {
+    HANDLE handle = CreateFileW(LongPath(path).c_str(), GENERIC_READ,
+                                sharing == Sharing::kEveryone ? kShareAll : FILE_SHARE_READ,
+                                nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        return GetLastError();
+    }
+    file = FromHandle(reinterpret_cast<std::intptr_t>(handle));
+    if (GetFileType(handle) != FILE_TYPE_DISK) {
+        file.Close();
+        return ERROR_SEEK_ON_DEVICE;
+    }
+    return 0;
+}
+
+unsigned DiskFile::CreateScratch(const std::wstring& path, DiskFile& file) {
+    HANDLE handle =
+        CreateNew(NameBeside(LongPath(path)), FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE);
+    if (handle == INVALID_HANDLE_VALUE) {
+        return GetLastError();
+    }
+    file = FromHandle(reinterpret_cast<std::intptr_t>(handle));
+    return 0;
+}
+
+void DiskFile::Close() noexcept {
+    if (handle_ != kClosed) {
+        CloseHandle(AsHandle(handle_));
+        handle_ = kClosed;
+    }
+}
+
+unsigned DiskFile::State(FileState& state) const {
+    BY_HANDLE_FILE_INFORMATION info{};
+    if (GetFileInformationByHandle(AsHandle(handle_), &info) == 0) {
+        return GetLastError();
+    }
+    state.volume = info.dwVolumeSerialNumber;
+    state.index = Joined(info.nFileIndexHigh, info.nFileIndexLow);
+    state.size = Joined(info.nFileSizeHigh, info.nFileSizeLow);
+    // File times count 100 ns from the start of 1601.
+    constexpr std::int64_t kStartOf1970 = 116'444'736'000'000'000;
+    const auto ticks = static_cast<std::int64_t>(
+        Joined(info.ftLastWriteTime.dwHighDateTime, info.ftLastWriteTime.dwLowDateTime));
+    state.modified = (ticks - kStartOf1970) * 100;
+    return 0;
+}
+
+unsigned DiskFile::ReadAt(std::uint64_t offset, void* to, std::size_t size,
+                          std::size_t& read) const {
+    read = 0;
+    while (read < size) {
+        OVERLAPPED place = AtOffset(offset + read);
+        DWORD got = 0;
+        if (ReadFile(AsHandle(handle_), static_cast<char*>(to) + read,
+                     static_cast<DWORD>(std::min(size - read, kMostAtOnce)), &got, &place) == 0) {
+            const DWORD code = GetLastError();
+            return code == ERROR_HANDLE_EOF ? 0 : code;
+        }
+        if (got == 0) {
+            break;
+        }
+        read += got;
+    }
+    return 0;
+}
+
+unsigned DiskFile::WriteAt(std::uint64_t offset, const void* from, std::size_t size) {
+    std::size_t written = 0;
+    while (written < size) {
+        OVERLAPPED place = AtOffset(offset + written);
+        DWORD put = 0;
+        if (WriteFile(AsHandle(handle_), static_cast<const char*>(from) + written,
+                      static_cast<DWORD>(std::min(size - written, kMostAtOnce)), &put,
+                      &place) == 0) {
+            return GetLastError();
+        }
+        if (put == 0) {
+            return ERROR_DISK_FULL;
+        }
+        written += put;
+    }
+    return 0;
+}
+
+unsigned ReplacementFile::Create(const std::wstring& path) {
+    Discard();
+    in_place_ = false;
+    path_ = LongPath(path);
+    std::wstring name = NameBeside(path_);
+    HANDLE handle = CreateNew(name, FILE_ATTRIBUTE_NORMAL);
+    if (handle == INVALID_HANDLE_VALUE) {
+        return GetLastError();
+    }
+    temporary_path_ = std::move(name);
+    file_ = DiskFile::FromHandle(reinterpret_cast<std::intptr_t>(handle));
+    return 0;
+}
+
+unsigned ReplacementFile::Commit() {
+    if (FlushFileBuffers(AsHandle(file_.Handle())) == 0) {
+        return GetLastError();
+    }
+    file_.Close();
+    for (int attempt = 1;; ++attempt) {
+        // Write-through: the call comes back when the folder's change is on the device.
+        if (MoveFileExW(temporary_path_.c_str(), path_.c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0) {
+            in_place_ = true;
+            temporary_path_.clear();
+            return 0;
+        }
+        const DWORD code = GetLastError();
+        if (!IsHeldBySomebody(code) || attempt == kTries) {
+            return code;
+        }
+        Sleep(kMillisecondsBetweenTries);
+    }
+}
+
+void ReplacementFile::Discard() noexcept {
+    file_.Close();
+    if (!temporary_path_.empty()) {
+        DeleteFileW(temporary_path_.c_str());
+        temporary_path_.clear();
+    }
+}
+
+}  // namespace sys
