@@ -163,7 +163,7 @@ class LMW_API Zip {
 
     /// The archive's comment; the empty text when closed.
     [[nodiscard]] std::wstring GetComment() const;
-    /// At most 65535 bytes in UTF-8.
+    /// At most 65535 bytes in UTF-8, without control characters other than tab and line ends.
     gtl::status SetComment(std::wstring_view text);
 
     /// The comment of the archive on a stream; the empty text when it is not an archive. Reads only

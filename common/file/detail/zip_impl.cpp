@@ -6,6 +6,7 @@
 #include "common/str/fill_template.h"
 #include "common/sys/text_encoding.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -19,6 +20,13 @@ constexpr std::size_t kLongestText = 0xFFFF;  // bytes of a name or of the comme
 
 gtl::status InvalidName(std::string_view name) {
     return LmwError::File::invalid_path(detail::ShownName(name));
+}
+
+// The archive library refuses control characters in UTF-8 text, but only when it writes.
+bool HasControlCharacter(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\r' && c != '\n';
+    });
 }
 
 gtl::status NameIsTaken(const std::wstring& archive, std::string_view name) {
@@ -133,7 +141,7 @@ std::wstring ZipImpl::Comment() const {
 
 gtl::status ZipImpl::CheckName_(const std::string& name) const {
     if (name.empty() || name.size() > kLongestText || name.back() == '/' ||
-        name.find('\0') != std::string::npos) {
+        HasControlCharacter(name)) {
         return InvalidName(name);
     }
     return {};
@@ -210,6 +218,9 @@ gtl::status ZipImpl::SetComment(std::wstring_view text) {
     std::string comment = detail::Utf8(text);
     if (comment.size() > kLongestText) {
         return LmwError::File::write(ArchiveName(), L"The comment is longer than 65535 bytes.");
+    }
+    if (HasControlCharacter(comment)) {
+        return LmwError::File::write(ArchiveName(), L"The comment holds a control character.");
     }
     if (comment != plan_.comment) {
         plan_.comment = std::move(comment);

@@ -1,0 +1,363 @@
+#include "common/file/lwz_version.h"
+#include "common/file/zip.h"
+
+#include "tests/file/archive_files.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using doc::file::GetLwzVersion;
+using lmw::test::ArchiveData;
+using lmw::test::Content;
+using lmw::test::Names;
+using lmw::test::StreamOver;
+using sys::file::Finder;
+using sys::file::InputStream;
+using sys::file::Zip;
+using Wide = std::vector<std::wstring>;
+using Version = lmw::version::NumberKind<0>;
+
+constexpr std::uint16_t kUnset = Version::kUnset;
+
+TEST(ZipRead, NamesOfOtherProgramsAreRead) {
+    struct Row {
+        const char* archive;
+        Wide names;
+    };
+    const Row rows[] = {
+        {"plain", {L"a.txt", L"dir\\b.txt", L"dir\\"}},
+        {"name_code_page_437", {L"B\u00F6schung.txt"}},
+        {"name_utf8_without_flag", {L"B\u00F6schung.txt"}},
+        {"names_with_backslashes", {L"dir\\a.txt", L"dir\\sub\\"}},
+        {"two_of_one_name", {L"a.txt", L"a.txt"}},
+        {"zip64_end_record", {L"a.txt", L"b.txt"}},
+        {"program_in_front", {L"a.txt"}},
+        {"bytes_behind", {L"a.txt"}},
+        {"empty", {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.archive);
+        const std::string data = ArchiveData(row.archive);
+        Zip zip;
+        ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+        EXPECT_EQ(Names(zip), row.names);
+        EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
+    }
+}
+
+TEST(ZipRead, DamageIsAStatusAndNeverContent) {
+    for (const char* archive :
+         {"bad_sum_stored", "bad_sum_deflated", "bad_deflate", "claims_4_gigabytes", "claims_less",
+          "claims_content_of_nothing", "bomb_10_megabytes", "offset_outside", "method_unknown",
+          "traditional_password_sesame"}) {
+        SCOPED_TRACE(archive);
+        const std::string data = ArchiveData(archive);
+        Zip zip;
+        ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+        Zip::Bytes bytes;
+        EXPECT_TRUE(zip.Test({0}).Failed());
+        const gtl::status result = zip.Extract(0, bytes);
+        EXPECT_EQ(result.as_wstring().find(L"Error extracting file: "), 0U);
+        EXPECT_NE(result.as_wstring().find(L". Cause: "), std::wstring::npos);
+        EXPECT_TRUE(bytes.empty());
+        EXPECT_LT(bytes.capacity(), 32U << 20) << "a claimed size was believed";
+    }
+    for (const char* archive : {"count_too_large", "count_too_small", "zip64_claims_many_entries",
+                                "extra_field_overruns", "flag_utf8_and_bytes_that_are_not"}) {
+        SCOPED_TRACE(archive);
+        const std::string data = ArchiveData(archive);
+        Zip zip;
+        EXPECT_EQ(zip.OpenReadOnly(StreamOver(data)).MessageId(), 20526U);
+        EXPECT_FALSE(zip.IsOpen());
+    }
+}
+
+TEST(ZipRead, TraditionalEncryptionIsRead) {
+    const std::string data = ArchiveData("traditional_password_sesame");
+    Zip zip;
+    ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+    EXPECT_OK(zip.Encrypt(L"sesame"));
+    EXPECT_EQ(Content(zip, L"secret.txt"), "pore pressure 12.5 kPa");
+    int wrong_accepted = 0;
+    for (int k = 0; k < 600; ++k) {  // its own check lets one wrong password in 256 pass
+        EXPECT_OK(zip.Encrypt(L"wrong" + std::to_wstring(k)));
+        Zip::Bytes bytes;
+        wrong_accepted += zip.Extract(0, bytes).Succeeded() ? 1 : 0;
+    }
+    EXPECT_EQ(wrong_accepted, 0);
+}
+
+TEST(ZipRead, FindMatchesWholeNames) {
+    const std::string data = ArchiveData("plain");
+    Zip zip;
+    ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+    struct Row {
+        const wchar_t* pattern;
+        Finder::Filter filter;
+        Zip::Ids ids;
+    };
+    const Row rows[] = {
+        {L"*", Finder::kFilesAndFolders, {0, 1, 2}}, {L"*.*", Finder::kFolders, {2}},
+        {L"*.TXT", Finder::kFiles, {0, 1}},          {L"dir/?.txt", Finder::kFiles, {1}},
+        {L"dir", Finder::kFilesAndFolders, {2}},     {L"dir", Finder::kFiles, {}},
+        {L"b.txt", Finder::kFilesAndFolders, {}},    {L"", Finder::kFilesAndFolders, {}},
+    };
+    for (const Row& row : rows) {
+        Zip::Ids ids = {99};
+        EXPECT_OK(zip.Find(ids, row.pattern, row.filter));
+        EXPECT_EQ(ids, row.ids) << ::testing::PrintToString(std::wstring(row.pattern));
+    }
+}
+
+TEST(ZipRead, ExceptionsOfPredicatesBecomeStatuses) {
+    const std::string data = ArchiveData("plain");
+    const auto broken = [](const std::wstring&) -> bool { throw std::runtime_error("broken"); };
+    Zip zip;
+    ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+    Zip::Ids ids;
+    Zip::Bytes bytes(5);
+    EXPECT_EQ(zip.FindAllMatching(ids, broken).MessageId(), 20654U);
+    EXPECT_EQ(Zip::ExtractFirstMatching(bytes, StreamOver(data), broken).MessageId(), 20654U);
+    EXPECT_TRUE(bytes.empty());
+}
+
+TEST(ZipRead, ExtractFirstMatchingTakesTheFirst) {
+    const std::string data = ArchiveData("two_of_one_name");
+    Zip::Bytes bytes;
+    ASSERT_OK(Zip::ExtractFirstMatching(bytes, StreamOver(data),
+                                        [](const std::wstring& name) { return name == L"a.txt"; }));
+    EXPECT_EQ(lmw::test::Text(bytes), "first");
+    const gtl::status none = Zip::ExtractFirstMatching(bytes, StreamOver(data),
+                                                       [](const std::wstring&) { return false; });
+    EXPECT_NE(none.as_wstring().find(L"file not found"), std::wstring::npos);
+}
+
+// A stream of a caller that fails, or throws, from some read on.
+class BrokenStream final : public sys::file::IInputStream {
+ public:
+    BrokenStream(std::string bytes, int good_reads, bool throws)
+        : bytes_(std::move(bytes)), good_reads_(good_reads), throws_(throws) {}
+    [[nodiscard]] std::wstring Name() const override { return L"broken"; }
+    gtl::status Size(std::uint64_t& size) const override {
+        size = bytes_.size();
+        return {};
+    }
+    gtl::status ReadAt(std::uint64_t offset, std::span<std::byte> to,
+                       std::size_t& read) const override {
+        if (good_reads_-- <= 0) {
+            if (throws_) {
+                throw std::runtime_error("the cable was pulled");
+            }
+            return gtl::status::FromText(L"the cable was pulled");
+        }
+        return StreamOver(bytes_)->ReadAt(offset, to, read);
+    }
+
+ private:
+    std::string bytes_;
+    mutable int good_reads_;
+    bool throws_;
+};
+
+TEST(ZipRead, FailingStreamsAreStatusesThatSayWhy) {
+    const std::string data = ArchiveData("plain");
+    for (const bool throws : {false, true}) {
+        int opened = 0;
+        int failed = 0;
+        for (int reads = 0; reads < 8; ++reads) {
+            const InputStream stream(new BrokenStream(data, reads, throws));
+            Zip zip;
+            gtl::status result = zip.OpenReadOnly(stream);
+            if (result.Succeeded()) {
+                ++opened;
+                result = zip.Test(zip.GetAllFileIDs());
+            }
+            if (result.Failed()) {
+                ++failed;
+                EXPECT_NE(result.as_wstring().find(L"the cable was pulled"), std::wstring::npos);
+            }
+            // The version is told from what can be read, or not at all.
+            const InputStream again(new BrokenStream(data, reads, throws));
+            EXPECT_EQ(GetLwzVersion(again).parts[0], reads == 0 ? 0 : 6);
+        }
+        EXPECT_GT(opened, 0);
+        EXPECT_GT(failed, 0);
+        EXPECT_LT(failed, 8);
+    }
+}
+
+TEST(ZipRead, TheStreamIsHeldWhileTheArchiveIsOpen) {
+    const std::string data = ArchiveData("plain");
+    InputStream stream = StreamOver(data);
+    Zip zip;
+    ASSERT_OK(zip.OpenReadOnly(stream));
+    EXPECT_GT(stream->ReferenceCount(), 1U);
+    EXPECT_OK(zip.Close());
+    EXPECT_EQ(stream->ReferenceCount(), 1U);
+    ASSERT_OK(zip.OpenReadOnly(stream));
+    stream.reset();
+    EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
+    EXPECT_TRUE(zip.OpenReadOnly(InputStream()).Failed());
+}
+
+TEST(ZipRead, SharedFilesCanBeReplacedWhileTheyAreRead) {
+    const lmw::test::ScratchFolder folder;
+    const InputStream stream =
+        sys::file::MakeSharedFileInputStream(folder.Write("p.lwz", ArchiveData("plain")));
+    Zip zip;
+    ASSERT_OK(zip.OpenReadOnly(stream));
+    EXPECT_EQ(GetLwzVersion(stream).parts[0], 6);  // a second reader of the same stream
+    EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
+    std::filesystem::remove(folder.Path() / "p.lwz");
+    EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
+    EXPECT_EQ(sys::file::MakeFileInputStream(folder / "none")->ReferenceCount(), 1U);
+    EXPECT_EQ(zip.OpenReadOnly(sys::file::MakeFileInputStream(folder / "none")).MessageId(),
+              20526U);
+}
+
+TEST(LwzVersion, ComesFromTheComment) {
+    struct Row {
+        const wchar_t* comment;
+        Version version;
+    };
+    const Row rows[] = {
+        {L"8.1", {{8, 1, kUnset, kUnset}}},
+        {L"8.1.3", {{8, 1, 3, kUnset}}},
+        {L"0.0.0", {{0, 0, 0, kUnset}}},
+        {L"65534.00007", {{65534, 7, kUnset, kUnset}}},
+        {L"8.1.65535", {{8, 1, kUnset, kUnset}}},  // counts as missing
+        {L"8.1.2.65535", {{8, 1, 2, kUnset}}},
+        {L"1.2.3.4", {}},  // everything below is rejected
+        {L"1.2.3.4.5", {}},
+        {L"8", {}},
+        {L"65535.1", {}},
+        {L"8.65535", {}},
+        {L"8.65536", {}},
+        {L"8.99999999999999999999", {}},
+        {L"8.", {}},
+        {L".1", {}},
+        {L"8..1", {}},
+        {L"8.1.", {}},
+        {L" 8.1", {}},
+        {L"8.1 ", {}},
+        {L"+8.1", {}},
+        {L"8.-1", {}},
+        {L"8,1", {}},
+        {L"v8.1", {}},
+        {L"8.1\u0661", {}},
+    };
+    const lmw::test::ScratchFolder folder;
+    Zip zip;
+    ASSERT_OK(zip.Open(folder / "p.lwz", sys::file::zip::CompactMode::Never));
+    for (const Row& row : rows) {
+        SCOPED_TRACE(::testing::PrintToString(std::wstring(row.comment)));
+        ASSERT_OK(zip.SetComment(row.comment));
+        EXPECT_EQ(GetLwzVersion(zip), row.version);
+        ASSERT_OK(zip.Flush());
+        EXPECT_EQ(GetLwzVersion(sys::file::MakeSharedFileInputStream(folder / "p.lwz")),
+                  row.version);
+    }
+    EXPECT_EQ(Version(), (Version{{0, 0, kUnset, kUnset}}));
+}
+
+TEST(LwzVersion, WithoutCommentComesFromTheFirstEntry) {
+    const Version seven = Version::FromFirst(7);
+    const Version six = Version::FromFirst(6);
+    const std::string nothing;
+    const std::string text = "this is no archive";
+    EXPECT_EQ(GetLwzVersion(StreamOver(ArchiveData("host_10") + nothing)).parts, seven.parts);
+    for (const auto& [archive, version] :
+         {std::pair{"host_10", seven}, {"host_10_second", six}, {"plain", six}, {"empty", six}}) {
+        SCOPED_TRACE(archive);
+        const std::string data = ArchiveData(archive);
+        Zip zip;
+        ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+        EXPECT_EQ(GetLwzVersion(zip), version);
+        EXPECT_EQ(GetLwzVersion(StreamOver(data)), version);
+    }
+    EXPECT_EQ(GetLwzVersion(Zip()), six);
+    EXPECT_EQ(GetLwzVersion(StreamOver(nothing)), six);  // no bytes are an empty archive
+    EXPECT_EQ(GetLwzVersion(StreamOver(text)), Version::FromFirst(0));
+    EXPECT_EQ(GetLwzVersion(InputStream()), Version::FromFirst(0));
+}
+
+// The quick answer from the end of the archive against that of an archive opened for good, over
+// every archive, every truncation and many bit flips of it.
+void CompareSummaries(const std::string& bytes) {
+    Zip zip;
+    const bool opens = zip.OpenReadOnly(StreamOver(bytes)).Succeeded();
+    std::wstring comment;
+    ASSERT_EQ(Zip::GetComment(StreamOver(bytes), comment).Succeeded(), opens);
+    ASSERT_EQ(comment, zip.GetComment());
+    ASSERT_EQ(GetLwzVersion(StreamOver(bytes)), opens ? GetLwzVersion(zip) : Version::FromFirst(0));
+}
+
+TEST(LwzVersion, QuickReadingAgreesWithOpening) {
+    for (const std::string& archive : lmw::test::ArchiveDataNames()) {
+        SCOPED_TRACE(archive);
+        const std::string data = ArchiveData(archive);
+        if (data.size() > 2000) {
+            CompareSummaries(data);
+            continue;
+        }
+        for (std::size_t size = 0; size <= data.size(); ++size) {
+            CompareSummaries(data.substr(0, size));
+        }
+        for (std::size_t at = 0; at < data.size(); ++at) {
+            for (const int bit : {0, 3, 7}) {
+                std::string flipped = data;
+                flipped[at] = static_cast<char>(flipped[at] ^ (1 << bit));
+                CompareSummaries(flipped);
+            }
+        }
+        if (HasFatalFailure()) {
+            return;
+        }
+    }
+}
+
+TEST(ZipRead, TruncationAndBitFlipsNeverGiveWrongContent) {
+    const std::string data = ArchiveData("plain");
+    Zip whole;
+    ASSERT_OK(whole.OpenReadOnly(StreamOver(data)));
+    const std::string text = Content(whole, L"a.txt");
+    int read = 0;
+    int refused = 0;
+    const auto check = [&](const std::string& bytes) {
+        Zip zip;
+        if (zip.OpenReadOnly(StreamOver(bytes)).Failed()) {
+            ++refused;
+            return;
+        }
+        zip.Test(zip.GetAllFileIDs()).Ignore();
+        Zip::Bytes content;
+        for (const Zip::Id id : zip.GetAllFileIDs()) {
+            if (zip.Extract(id, content).Succeeded()) {
+                ++read;
+                const std::string got = lmw::test::Text(content);
+                ASSERT_TRUE(got == text || got == "b" || got.empty());
+            }
+        }
+    };
+    for (std::size_t size = 0; size < data.size(); ++size) {
+        check(data.substr(0, size));
+    }
+    for (std::size_t at = 0; at < data.size(); ++at) {
+        for (int bit = 0; bit < 8; ++bit) {
+            std::string flipped = data;
+            flipped[at] = static_cast<char>(flipped[at] ^ (1 << bit));
+            check(flipped);
+        }
+    }
+    EXPECT_GT(read, 100);
+    EXPECT_GT(refused, 100);
+}
+
+}  // namespace
