@@ -272,7 +272,6 @@ TEST(LwzVersion, WithoutCommentComesFromTheFirstEntry) {
     const Version six = Version::FromFirst(6);
     const std::string nothing;
     const std::string text = "this is no archive";
-    EXPECT_EQ(GetLwzVersion(StreamOver(ArchiveData("host_10") + nothing)).parts, seven.parts);
     for (const auto& [archive, version] :
          {std::pair{"host_10", seven}, {"host_10_second", six}, {"plain", six}, {"empty", six}}) {
         SCOPED_TRACE(archive);

@@ -3,8 +3,6 @@
 #include "common/errors.h"
 #include "common/sys/text_encoding.h"
 
-#include <array>
-
 namespace lmw::file::detail {
 
 namespace {
@@ -20,6 +18,14 @@ zip_stat_t StatOf(zip_t* archive, std::uint64_t index) {
     zip_stat_init(&stat);
     zip_stat_index(archive, index, 0, &stat);
     return stat;
+}
+
+std::string TextOf(int code) {
+    zip_error_t error;
+    zip_error_init_with_code(&error, code);
+    std::string text = zip_error_strerror(&error);
+    zip_error_fini(&error);
+    return text;
 }
 
 }  // namespace
@@ -140,6 +146,11 @@ gtl::status ArchiveReader::Read(std::uint64_t index, const char* password, IByte
     cause.clear();
     failure_->clear();
     const zip_stat_t stat = StatOf(archive_.get(), index);
+    // The library loses memory, our stream with it, when it meets an encryption it does not know.
+    if (stat.encryption_method != ZIP_EM_NONE &&
+        zip_encryption_method_supported(stat.encryption_method, 0) == 0) {
+        return FailedToRead_(cause, TextOf(ZIP_ER_ENCRNOTSUPP).c_str());
+    }
     std::unique_ptr<zip_file_t, EntryCloser> entry(
         zip_fopen_index_encrypted(archive_.get(), index, 0, password));
     if (entry == nullptr) {
@@ -150,11 +161,7 @@ gtl::status ArchiveReader::Read(std::uint64_t index, const char* password, IByte
         return result;
     }
     if (const int code = zip_fclose(entry.release()); code != 0) {
-        zip_error_t error;
-        zip_error_init_with_code(&error, code);
-        const std::string text = zip_error_strerror(&error);
-        zip_error_fini(&error);
-        return FailedToRead_(cause, text.c_str());
+        return FailedToRead_(cause, TextOf(code).c_str());
     }
     // The library neither compares the sizes nor, where nothing is packed, the sum.
     const bool sum_unchecked = stat.comp_size == 0 && stat.crc != 0;
