@@ -1,0 +1,168 @@
+// The units beneath the archive that are not exported.
+
+#include "common/file/detail/archive_text.h"
+#include "common/file/detail/central_directory.h"
+#include "common/file/detail/entry_path.h"
+#include "common/file/detail/secret.h"
+#include "common/file/detail/wildcard.h"
+#include "common/file/detail/zip_source.h"
+#include "common/sys/disk_file.h"
+
+#include "tests/support/property_random.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+using lmw::file::detail::IsUtf8;
+using lmw::file::detail::MatchesWildcard;
+using lmw::file::detail::PieceWriter;
+using lmw::file::detail::SafeEntryPath;
+using lmw::file::detail::Utf8;
+using lmw::file::detail::WideFromArchive;
+using lmw::test::PropertyRandom;
+
+TEST(ArchiveText, EveryCharacterComesBack) {
+    for (char32_t c = 1; c <= 0x10FFFF; c += c < 0x3000 ? 1 : 61) {
+        if (c >= 0xD800 && c <= 0xDFFF) {
+            continue;
+        }
+        std::wstring text = L"a";
+        if (sizeof(wchar_t) == 2 && c >= 0x10000) {
+            text += static_cast<wchar_t>(0xD7C0 + (c >> 10));
+            text += static_cast<wchar_t>(0xDC00 + (c & 0x3FF));
+        } else {
+            text += static_cast<wchar_t>(c);
+        }
+        const std::string bytes = Utf8(text);
+        ASSERT_TRUE(IsUtf8(bytes)) << static_cast<unsigned>(c);
+        ASSERT_EQ(WideFromArchive(bytes), text) << static_cast<unsigned>(c);
+    }
+}
+
+TEST(ArchiveText, PairsJoinAndLoneHalvesAreReplaced) {
+    const auto units = [](std::initializer_list<unsigned> codes) {
+        std::wstring text;
+        for (const unsigned code : codes) {
+            text += static_cast<wchar_t>(code);
+        }
+        return text;
+    };
+    EXPECT_EQ(Utf8(units({0xD83D, 0xDE00})), "\xF0\x9F\x98\x80");
+    EXPECT_EQ(Utf8(units({0xD83D, 'x'})), "\xEF\xBF\xBDx");
+    EXPECT_EQ(Utf8(units({0xDE00, 0xD83D})), "\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
+TEST(ArchiveText, IllFormedUtf8IsCodePage437) {
+    for (const char* bytes :
+         {"\x80", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80",
+          "\xF8\x88\x80\x80\x80", "\xC3", "\xE2\x82", "a\xFF"}) {
+        EXPECT_FALSE(IsUtf8(bytes));
+    }
+    EXPECT_EQ(WideFromArchive("B\x94schung \xE3 \xFF"), L"B\u00F6schung \u03C0 \u00A0");
+    EXPECT_EQ(WideFromArchive("\xC7\x80"), L"\u01C0");  // well-formed, so UTF-8
+}
+
+// The definition of a match, taken literally.
+bool PlainMatch(std::wstring_view name, std::wstring_view pattern) {
+    if (pattern.empty()) {
+        return name.empty();
+    }
+    if (pattern[0] == L'*') {
+        return PlainMatch(name, pattern.substr(1)) ||
+               (!name.empty() && PlainMatch(name.substr(1), pattern));
+    }
+    return !name.empty() && (pattern[0] == L'?' || pattern[0] == name[0]) &&
+           PlainMatch(name.substr(1), pattern.substr(1));
+}
+
+TEST(Wildcard, AgreesWithTheDefinition) {
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    const auto text = [&random](const std::wstring& letters, int most) {
+        std::wstring made;
+        for (int k = random.Integer(0, most); k > 0; --k) {
+            made += letters[static_cast<std::size_t>(
+                random.Integer(0, static_cast<int>(letters.size()) - 1))];
+        }
+        return made;
+    };
+    for (int k = 0; k < 20'000; ++k) {
+        const std::wstring name = text(L"ab.", 8);
+        const std::wstring pattern = text(L"ab.*?", 6);
+        ASSERT_EQ(MatchesWildcard(name, pattern), pattern == L"*.*" || PlainMatch(name, pattern))
+            << ::testing::PrintToString(name) << ::testing::PrintToString(pattern);
+    }
+}
+
+TEST(Wildcard, SeparatorsCaseAndBracketsAndNoBlowUp) {
+    EXPECT_TRUE(MatchesWildcard(L"Dir\\A.TXT", L"dir/a.txt"));
+    EXPECT_TRUE(MatchesWildcard(L"a[1]", L"A[1]"));
+    EXPECT_FALSE(MatchesWildcard(L"a1", L"a[1]"));
+    EXPECT_FALSE(MatchesWildcard(L"\u00C4", L"\u00E4"));
+    EXPECT_TRUE(MatchesWildcard(L"noext", L"*.*"));
+    // Steps that multiply with every star would never come to an end here.
+    const std::wstring name(20'000, L'a');
+    EXPECT_FALSE(MatchesWildcard(name, L"*a*a*a*a*a*a*a*a*a*a*a*a*b"));
+}
+
+TEST(EntryPath, PartsAreSingleNames) {
+    const auto path = SafeEntryPath(L"a\\./b//c.d\\");
+    ASSERT_TRUE(path.has_value());
+    EXPECT_EQ(path->parts, (std::vector<std::wstring>{L"a", L"b", L"c.d"}));
+    EXPECT_TRUE(path->is_folder);
+}
+
+TEST(Secret, IsOverwrittenWithItsSource) {
+    std::string source = "a password that is too long to be kept inside the string object itself";
+    const char* const bytes = source.data();
+    {
+        const lmw::file::detail::Secret secret(source);
+        EXPECT_EQ(std::string(secret.Text()).size(), 70U);
+    }
+    EXPECT_TRUE(source.empty());
+    EXPECT_EQ(std::string(bytes, 10), std::string(10, '\0'));  // still the string's own memory
+}
+
+TEST(PieceWriter, WritesWhatAPlainBufferHolds) {
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    sys::DiskFile file;
+    const std::filesystem::path beside = std::filesystem::temp_directory_path() / "x";
+    ASSERT_EQ(sys::DiskFile::CreateScratch(
+                  std::wstring(beside.native().begin(), beside.native().end()), file),
+              0U);
+    PieceWriter writer(file);
+    std::string plain;
+    std::size_t at = 0;
+    for (int k = 0; k < 2000; ++k) {
+        if (random.Chance(0.3)) {
+            // Mostly a short way back, as to a header; sometimes anywhere.
+            const std::size_t back = random.Chance(0.8) ? 500 : plain.size();
+            at = plain.size() - static_cast<std::size_t>(random.Integer(
+                                    0, static_cast<int>(std::min(back, plain.size()))));
+            ASSERT_EQ(writer.Seek(at), 0U);
+        }
+        const std::string piece(static_cast<std::size_t>(random.LogUniform(1.0, 100'000.0)),
+                                static_cast<char>('a' + k % 26));
+        ASSERT_EQ(writer.Write(piece.data(), piece.size()), 0U);
+        plain.resize(std::max(plain.size(), at + piece.size()));
+        plain.replace(at, piece.size(), piece);
+        at += piece.size();
+        ASSERT_EQ(writer.Offset(), at);
+        ASSERT_EQ(writer.Size(), plain.size());
+    }
+    ASSERT_EQ(writer.Flush(), 0U);
+    std::string written(plain.size() + 1, '\0');
+    std::size_t read = 0;
+    ASSERT_EQ(file.ReadAt(0, written.data(), written.size(), read), 0U);
+    written.resize(read);
+    EXPECT_TRUE(written == plain);
+}
+
+}  // namespace
