@@ -1,5 +1,7 @@
 #include "common/datatable/detail/registry.h"
 
+#include "common/app/feature.h"
+
 #include "tests/support/test_host.h"
 
 #include <gtest/gtest.h>
@@ -54,6 +56,15 @@ TEST(Registry, TheSolverDecidesTheGraphMethodOfTheStressGroupOnly) {
         }
     }
     EXPECT_GT(differing, 30U);
+}
+
+// The only test here that touches the registry of the process, which is built once.
+TEST(Registry, TheProcessAsksForTheSolverOfTheDeformationModuleOnce) {
+    const bool before = lmw::feature::SetNewSolverEnabled(AnalysisKind::Deform, false);
+    EXPECT_EQ(GetGraphCalculationMethod(DataParamType::MeanTotalStress), kOld);
+    lmw::feature::SetNewSolverEnabled(AnalysisKind::Deform, true);
+    EXPECT_EQ(GetGraphCalculationMethod(DataParamType::MeanTotalStress), kOld);
+    lmw::feature::SetNewSolverEnabled(AnalysisKind::Deform, before);
 }
 
 TEST(Registry, AComposedParameterIsMadeOfTheRunOfPartsBelowIt) {

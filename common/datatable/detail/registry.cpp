@@ -1,5 +1,6 @@
 #include "common/datatable/detail/registry.h"
 
+#include "common/app/feature.h"
 #include "common/errors.h"
 #include "common/range_error.h"
 
@@ -105,7 +106,9 @@ Registry::Registry(Method stress_group_method) : end_(kLastBuiltIn + 1) {
 }
 
 Registry& Registry::Instance() {
-    static Registry registry(PreferredGraphCalculationMethod::FromGaussPoints);
+    static Registry registry(lmw::feature::IsNewSolverEnabled(AnalysisKind::Deform)
+                                 ? PreferredGraphCalculationMethod::FromRecoveredNodes
+                                 : PreferredGraphCalculationMethod::FromGaussPoints);
     return registry;
 }
 
