@@ -38,7 +38,6 @@
 #include "common/geom/fixed_vector.h"
 #include "common/geom/geom_types.h"
 #include "common/geom/geometry_database.h"
-#include "common/geom/iterator_range.h"
 #include "common/geom/line2d.h"
 #include "common/geom/line_discretize.h"
 #include "common/geom/line_events.h"

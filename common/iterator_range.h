@@ -2,6 +2,7 @@
 
 // Two iterators as one range: what a range-for and the algorithms of the standard library take.
 
+#include <concepts>
 #include <cstddef>
 #include <iterator>
 #include <utility>
@@ -21,6 +22,16 @@ class iterator_range {
     constexpr iterator_range() = default;
     constexpr iterator_range(Iterator first, Iterator last)
         : first_(std::move(first)), last_(std::move(last)) {}
+
+    /// The elements of a container that stores them one after the other, for ranges of pointers.
+    template <class Container>
+    requires requires(const Container& container) {
+        { container.data() } -> std::convertible_to<Iterator>;
+        container.size();
+    }
+    // NOLINTNEXTLINE(google-explicit-constructor): a container passes as the range of its elements
+    constexpr iterator_range(const Container& container)
+        : first_(container.data()), last_(container.data() + container.size()) {}
 
     [[nodiscard]] constexpr Iterator begin() const { return first_; }
     [[nodiscard]] constexpr Iterator end() const { return last_; }

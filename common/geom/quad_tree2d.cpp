@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-bool IsIndexable(iterator_range<const Point2D*> points) noexcept {
+bool IsIndexable(gtl::iterator_range<const Point2D*> points) noexcept {
     return !points.empty() && std::all_of(points.begin(), points.end(), [](const Point2D& p) {
         return p.IsValid() && std::isfinite(p.x) && std::isfinite(p.y);
     });
@@ -59,7 +59,7 @@ void QuadTree2D::Clear() {
 // ---- insertion
 // -----------------------------------------------------------------------------------
 
-void QuadTree2D::Insert(unsigned id, iterator_range<const Point2D*> points) {
+void QuadTree2D::Insert(unsigned id, gtl::iterator_range<const Point2D*> points) {
     const auto begin = static_cast<std::uint32_t>(pool_.size());
     pool_.insert(pool_.end(), points.begin(), points.end());
     if (items_.size() <= id) {
@@ -67,7 +67,7 @@ void QuadTree2D::Insert(unsigned id, iterator_range<const Point2D*> points) {
         item_boxes_.resize(std::size_t{id} + 1);
     }
     items_[id] = {begin, static_cast<std::uint32_t>(pool_.size())};
-    const iterator_range<const Point2D*> stored = At(id);
+    const gtl::iterator_range<const Point2D*> stored = At(id);
     if (!IsIndexable(stored)) {
         return;
     }
@@ -80,7 +80,7 @@ void QuadTree2D::Insert(unsigned id, iterator_range<const Point2D*> points) {
     InsertAt(0, extents_, 0, id);
 }
 
-iterator_range<const Point2D*> QuadTree2D::At(unsigned id) const noexcept {
+gtl::iterator_range<const Point2D*> QuadTree2D::At(unsigned id) const noexcept {
     if (id >= items_.size()) {
         return {};
     }
@@ -188,7 +188,7 @@ void QuadTree2D::Distribute(std::uint32_t node, const Extents2D& box, std::size_
 // ---- queries
 // -------------------------------------------------------------------------------------
 
-iterator_range<const std::uint32_t*> QuadTree2D::ItemsOf(const Node& node) const noexcept {
+gtl::iterator_range<const std::uint32_t*> QuadTree2D::ItemsOf(const Node& node) const noexcept {
     if (node.count > kLeafItems) {
         return overflow_[node.slots[0]];
     }
@@ -221,7 +221,7 @@ bool QuadTree2D::Touches(unsigned id, const Point2D& point) const noexcept {
     if (!IsExtentsIntersected2D(box, {point.x, point.x, point.y, point.y}, precision_)) {
         return false;
     }
-    const iterator_range<const Point2D*> points = At(id);
+    const gtl::iterator_range<const Point2D*> points = At(id);
     const detail::PointRow row{points.begin(), points.size()};
     if (detail::RowTouches(row, point, precision_)) {
         return true;
@@ -258,7 +258,7 @@ void QuadTree2D::Find(const Extents2D& box, std::vector<unsigned>& ids) const {
 }
 
 double QuadTree2D::SquaredDistance(unsigned id, const Point2D& point) const noexcept {
-    const iterator_range<const Point2D*> points = At(id);
+    const gtl::iterator_range<const Point2D*> points = At(id);
     const detail::PointRow row{points.begin(), points.size()};
     if (row.count >= 3 && IsEqual2D(row.points[0], row.points[row.count - 1], precision_) &&
         detail::RingEncloses(row, point)) {

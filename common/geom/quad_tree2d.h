@@ -8,8 +8,8 @@
 
 #include "common/export.h"
 #include "common/geom/geom_types.h"
-#include "common/geom/iterator_range.h"
 #include "common/geom/precision.h"
+#include "common/iterator_range.h"
 
 #include <array>
 #include <cstddef>
@@ -40,11 +40,11 @@ class LMW_API QuadTree2D {
                     std::size_t expectedItems, std::size_t pointsPerItem);
 
     /// Inserts an item. The item table grows to `id` + 1 entries.
-    void Insert(unsigned id, iterator_range<const Point2D*> points);
+    void Insert(unsigned id, gtl::iterator_range<const Point2D*> points);
 
     /// The item's points, empty for an identifier that was not inserted; valid until the next
     /// change.
-    [[nodiscard]] iterator_range<const Point2D*> At(unsigned id) const noexcept;
+    [[nodiscard]] gtl::iterator_range<const Point2D*> At(unsigned id) const noexcept;
 
     /// The lowest identifier among the items that contain the point or touch it within tolerance (a
     /// ring counts with its area, a polyline with its segments), or kNone.
@@ -100,7 +100,8 @@ class LMW_API QuadTree2D {
 
     void InsertAt(std::uint32_t node, const Extents2D& box, std::size_t depth, unsigned id);
     void Distribute(std::uint32_t node, const Extents2D& box, std::size_t depth, unsigned id);
-    [[nodiscard]] iterator_range<const std::uint32_t*> ItemsOf(const Node& node) const noexcept;
+    [[nodiscard]] gtl::iterator_range<const std::uint32_t*> ItemsOf(
+        const Node& node) const noexcept;
 
     template <class Visit>
     void VisitLeaves(std::uint32_t node, const Extents2D& box, const Extents2D& query,

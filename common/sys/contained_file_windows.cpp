@@ -12,6 +12,9 @@ namespace {
 using detail::AsHandle;
 using detail::LongPath;
 
+// The system's ERROR_STOPPED_ON_SYMLINK, which not every compiler's headers have.
+constexpr unsigned kStoppedOnSymbolicLink = 681;
+
 // Makes the folder with all above it; what is there already, links included, is used as it is.
 unsigned MakeFolders(const std::wstring& path) {
     if (CreateDirectoryW(path.c_str(), nullptr) != 0) {
@@ -52,7 +55,7 @@ unsigned OpenFolder(const std::wstring& root, std::span<const std::wstring> part
             return GetLastError();
         }
         if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
-            return ERROR_STOPPED_ON_SYMLINK;
+            return kStoppedOnSymbolicLink;
         }
         if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
             return ERROR_DIRECTORY;
