@@ -12,6 +12,7 @@ namespace lmw::tool {
 /// itself. The callback reads and checks all its input, computes, writes its files by WriteFiles,
 /// and only then prints its result to `out`. It reports bad input by throwing Failure. `out`
 /// outlives the program object; options live in a shared record that the callback keeps.
+void AddArchive(CLI::App& program, std::ostream& out);
 void AddCurve(CLI::App& program, std::ostream& out);
 void AddDemo(CLI::App& program, std::ostream& out);
 void AddParams(CLI::App& program, std::ostream& out);

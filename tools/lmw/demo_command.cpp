@@ -1,12 +1,16 @@
 // The worked example: measured soils and a rainfall series, read, interpolated, tabulated and
 // drawn.
 
+#include "common/file/lwz_version.h"
+#include "common/file/zip.h"
 #include "common/version.h"
 
 #include "tools/lmw/commands.h"
 #include "tools/lmw/csv_table.h"
 #include "tools/lmw/curve_model.h"
+#include "tools/lmw/failure.h"
 #include "tools/lmw/svg_chart.h"
+#include "tools/lmw/text.h"
 #include "tools/lmw/whole_files.h"
 
 #include <algorithm>
@@ -68,9 +72,40 @@ class Demonstration {
         for (const OutputFile& file : files_) {
             out << "  " << file.name.substr(folder_.size() + 1) << "\n";
         }
+        Pack_(out);
     }
 
  private:
+    static void Require_(const gtl::status& result) {
+        if (result.Failed()) {
+            throw Failure(Utf8(result.as_wstring()));
+        }
+    }
+
+    // Packs the results into a project archive, and reads it as another program would.
+    void Pack_(std::ostream& out) const {
+        const std::string name = folder_ + "/demo.lwz";
+        sys::file::Zip zip;
+        Require_(zip.Open(Wide(name), sys::file::zip::CompactMode::OnClose));
+        Require_(zip.Delete(zip.GetAllFileIDs()));  // of an earlier run
+        for (const OutputFile& file : files_) {
+            Require_(zip.Add(Wide(file.name),
+                             L"Results\\" + Wide(file.name.substr(folder_.size() + 1))));
+        }
+        Require_(zip.SetComment(L"8.1"));
+        Require_(zip.Close());
+
+        Require_(zip.OpenReadOnly(sys::file::MakeFileInputStream(Wide(name))));
+        Require_(zip.Test(zip.GetAllFileIDs()));
+        const auto version = doc::file::GetLwzVersion(zip);
+        out << "\nPacked into demo.lwz, version " << version[0] << '.' << version[1]
+            << ", all entries tested:\n";
+        for (const sys::file::Zip::Id id : zip.GetAllFileIDs()) {
+            out << Column(static_cast<double>(zip.GetSize(id)), 10, 0) << "  "
+                << Utf8(zip.GetName(id)) << '\n';
+        }
+    }
+
     [[nodiscard]] CsvTable Table_(const std::string& name) const {
         return CsvTable::ReadFile(data_ + "/" + name + ".csv");
     }

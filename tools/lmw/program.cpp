@@ -84,6 +84,7 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     program.require_subcommand(1);
     program.failure_message([](const CLI::App*, const CLI::Error& error) { return error.what(); });
     program.formatter(std::make_shared<HelpFormatter>());
+    AddArchive(program, out);
     AddCurve(program, out);
     AddDemo(program, out);
     AddParams(program, out);
