@@ -87,8 +87,8 @@ enum class IntersectionType : std::int32_t {
 /// What LineClosestPoint2D does when the perpendicular foot falls outside the segment.
 struct NonPerpendicularMode {
     enum Type : std::int32_t {
-        kNearerEnd = 0,     ///< the nearer end (so does any other value but 1)
-        kInvalidPoint = 1,  ///< the invalid point
+        kNearerEnd = 0,  ///< the nearer end (so does any other value but 1)
+        kNone = 1,       ///< no point: the invalid one
     };
 };
 

@@ -12,7 +12,7 @@ Point2D LineClosestPoint2D(const Point2D& a, const Point2D& b, const Point2D& p,
     if (detail::ClosestOnSegment(a, b, p, precision, closest)) {
         return closest;
     }
-    if (mode == NonPerpendicularMode::kInvalidPoint) {
+    if (mode == NonPerpendicularMode::kNone) {
         return kInvalidPoint;
     }
     const Point2D direction = detail::Minus(b, a);

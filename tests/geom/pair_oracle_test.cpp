@@ -29,8 +29,8 @@ class PlainPair {
         bool has_interior = false;
         std::vector<Point2D> list;
         const auto touch = [&](const Point2D& p, const Line2D& s) {
-            const Point2D closest = LineClosestPoint2D(
-                s.first, s.second, p, NonPerpendicularMode::kInvalidPoint, precision_);
+            const Point2D closest =
+                LineClosestPoint2D(s.first, s.second, p, NonPerpendicularMode::kNone, precision_);
             const bool found =
                 IsEqual2D(closest, p, precision_) &&
                 (closest.IsValid() || IsExactEqual2D(p, s.first) || IsExactEqual2D(p, s.second));

@@ -165,7 +165,7 @@ TEST(LineGet, OrdersTheEndsAndSwapsEqualOnes) {
 TEST(LineClosestPoint, TestsTheEndsBeforeTheDegenerateSegment) {  // LineClosestPoint2D 1
     const Point2D a{0, 0};
     const Point2D b{0.9 * kH, 0};
-    const auto mode = NonPerpendicularMode::kInvalidPoint;
+    const auto mode = NonPerpendicularMode::kNone;
     ExpectPoint(b, LineClosestPoint2D(a, b, {1.5 * kH, 0}, mode, kPrecision));
     ExpectPoint(a, LineClosestPoint2D(a, b, {0.5 * kH, 0}, mode, kPrecision));
     ExpectPoint(a, LineClosestPoint2D(a, b, {9, 9}, mode, kPrecision));
@@ -174,10 +174,9 @@ TEST(LineClosestPoint, TestsTheEndsBeforeTheDegenerateSegment) {  // LineClosest
 TEST(LineClosestPoint, FallsOnTheSegmentOrFollowsTheMode) {  // LineClosestPoint2D 2
     const Point2D a{0, 0};
     const Point2D b{4, 4};
-    ExpectPoint({2, 2},
-                LineClosestPoint2D(a, b, {4, 0}, NonPerpendicularMode::kInvalidPoint, kPrecision));
-    EXPECT_FALSE(LineClosestPoint2D(a, b, {9, 9}, NonPerpendicularMode::kInvalidPoint, kPrecision)
-                     .IsValid());
+    ExpectPoint({2, 2}, LineClosestPoint2D(a, b, {4, 0}, NonPerpendicularMode::kNone, kPrecision));
+    EXPECT_FALSE(
+        LineClosestPoint2D(a, b, {9, 9}, NonPerpendicularMode::kNone, kPrecision).IsValid());
     ExpectPoint(b, LineClosestPoint2D(a, b, {9, 9}, NonPerpendicularMode::kNearerEnd, kPrecision));
     ExpectPoint(a, LineClosestPoint2D(a, b, {-9, 1}, NonPerpendicularMode::kNearerEnd, kPrecision));
     ExpectPoint({9, 9}, InfLineClosestPoint2D(a, b, {10, 8}, kPrecision));
