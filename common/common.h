@@ -92,7 +92,6 @@
 #include "common/sys/error_stream.h"
 #include "common/sys/floating_point.h"
 #include "common/sys/last_error.h"
-#include "common/sys/terminal.h"
 #include "common/sys/text_encoding.h"
 #include "common/system_error.h"
 #include "common/undefined.h"

@@ -67,8 +67,8 @@ class LMW_API Zip {
     /// Opens the archive at `path` for update, after closing an open one; where there is none, an
     /// empty one is written first. Fails with message 20537 when the file is marked read-only (also
     /// for a user who could write it all the same), with 20526 or 20541 and the reason otherwise,
-    /// and leaves the Zip closed. When an archive is open and cannot be closed, that status is returned and it
-    /// stays open with its changes.
+    /// and leaves the Zip closed. When an archive is open and cannot be closed, that status is
+    /// returned and it stays open with its changes.
     gtl::status Open(const std::wstring& path, zip::CompactMode::Type compact_mode);
 
     /// Opens an archive for reading. The stream is held by one reference until Close. A stream of

@@ -3,7 +3,7 @@
 #include "common/file/lwz_version.h"
 #include "common/file/zip.h"
 #include "common/sys/disk_file.h"
-#include "common/sys/terminal.h"
+#include "common/sys/error_stream.h"
 
 #include "tools/lmw/commands.h"
 #include "tools/lmw/failure.h"
@@ -56,7 +56,7 @@ struct ArchiveOptions {
 class ProgressBar {
  public:
     explicit ProgressBar(std::string what)
-        : what_(std::move(what)), shown_(sys::StandardErrorIsTerminal()) {}
+        : what_(std::move(what)), shown_(sys::IsErrorStreamTerminal()) {}
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar() {
