@@ -48,7 +48,7 @@ TEST(Name, PartsOfTheProjectPath) {
         {L"dam.v2.lwz", L"", L"dam.v2", L".lwz"},
         {L"\\.lwz", L"\\", L"", L".lwz"},
         {L"a.", L"", L"a", L"."},
-        {L"/work/a.b/dam", L"", L"/work/a", L".b/dam"},  // "/" is no separator
+        {L"/site/a.b/dam", L"", L"/site/a", L".b/dam"},  // "/" is no separator
         {L"", L"", L"", L""},
     };
     for (const Row& row : rows) {
