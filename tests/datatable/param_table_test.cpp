@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,20 +21,20 @@ using gtl::bound_kind;
 
 struct TableRow {
     std::uint32_t value;
-    std::string name;
-    std::string kind;
-    std::string quantity;
-    std::string range;
-    std::string category;
-    std::string graph;
-    std::string unit;
-    std::string meaning;
+    std::string_view name;
+    std::string_view kind;
+    std::string_view quantity;
+    std::string_view range;
+    std::string_view category;
+    std::string_view graph;
+    std::string_view unit;
+    std::string_view meaning;
 
     [[nodiscard]] DataParamType Param() const { return DataParamType{value}; }
 };
 
-const std::vector<TableRow>& Table() {
-    static const std::vector<TableRow> rows = {
+std::span<const TableRow> Table() {
+    static constexpr TableRow rows[] = {
 #define LMW_PARAM(value, name, kind, quantity, range, category, graph, unit, meaning) \
     {value, #name, #kind, #quantity, #range, #category, #graph, #unit, meaning},
 #include "common/datatable/param_table.inc"
@@ -66,8 +67,8 @@ TEST(ParamTable, ValuesAre1To643InOrderButFor102And290) {
 }
 
 TEST(ParamTable, NamesAreUniqueWordsWithoutNumbers) {
-    std::set<std::string> names;
-    std::set<std::string> meanings;
+    std::set<std::string_view> names;
+    std::set<std::string_view> meanings;
     for (const TableRow& row : Table()) {
         SCOPED_TRACE(row.name);
         EXPECT_TRUE(names.insert(row.name).second);
