@@ -162,7 +162,7 @@ TEST(PairOracle, TheShortCutsChangeNoAnswer) {
 TEST(PairOracle, TheShortCutsAllowForRounding) {
     PropertyRandom random;
     SCOPED_TRACE(random.Trace());
-    for (int k = 0; k < 200000; ++k) {
+    for (int k = 0; k < 60000; ++k) {
         const double size = random.LogUniform(1e-6, 1e6);
         const double offset = random.Chance(0.5) ? 0.0 : random.LogUniform(1.0, 1e8) * size;
         const Point2D o{offset, -offset};

@@ -44,7 +44,7 @@ Lines RandomShort(PropertyRandom& random, std::size_t count, double) {
 
 Lines RandomLong(PropertyRandom& random, std::size_t count, double) {
     Lines lines;
-    const std::size_t few = std::min<std::size_t>(count, 400);  // nearly all pairs meet
+    const std::size_t few = std::min<std::size_t>(count, 150);  // nearly all pairs meet
     while (lines.size() < few) {
         lines.push_back({RandomPoint(random, 100.0), RandomPoint(random, 100.0)});
     }
@@ -80,7 +80,7 @@ Lines Vertical(PropertyRandom& random, std::size_t count, double h) {
 Lines Star(PropertyRandom& random, std::size_t count, double h) {
     Lines lines;
     const Point2D centre{50.0, 50.0};
-    const std::size_t few = std::min<std::size_t>(count, 300);
+    const std::size_t few = std::min<std::size_t>(count, 150);
     while (lines.size() < few) {
         const Point2D start = random.Chance(0.5) ? centre : Nudged(random, centre, h);
         const double angle = random.Uniform(0.0, 6.3);
@@ -202,7 +202,7 @@ Lines LargeOffset(PropertyRandom& random, std::size_t count, double h) {
 /// Magnitudes from the smallest to the largest in one set.
 Lines AllMagnitudes(PropertyRandom& random, std::size_t count, double) {
     Lines lines;
-    const std::size_t few = std::min<std::size_t>(count, 300);
+    const std::size_t few = std::min<std::size_t>(count, 150);
     while (lines.size() < few) {
         const auto value = [&] { return random.SignedLogUniform(1e-12, 1e12); };
         lines.push_back({{value(), value()}, {value(), value()}});

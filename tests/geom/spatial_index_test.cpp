@@ -252,7 +252,7 @@ TEST(QuadTree, AnswersAsALinearSearchDoes) {  // property 1
             tree.Insert(id, items.back());
             ASSERT_EQ(items.back().size(), tree.At(id).size());
         }
-        for (int k = 0; k < 2000; ++k) {
+        for (int k = 0; k < 500; ++k) {
             Point2D p{random.Uniform(-6.0, 72.0), random.Uniform(-6.0, 72.0)};
             if (random.Chance(0.8)) {  // at an item's corner or a little beside it
                 const Item& item = items[static_cast<std::size_t>(random.Integer(0, 599))];

@@ -23,6 +23,11 @@ void* operator new(std::size_t size) {
 void* operator new[](std::size_t size) {
     return CountedAllocation(size);
 }
+// The library's temporary buffers (stable_sort) ask this way and release by the plain delete below.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    ++allocation_count;
+    return std::malloc(size == 0 ? 1 : size);
+}
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
