@@ -41,7 +41,7 @@ class [[nodiscard]] LMW_API status {
     class detail;
 
     /// A message has at most this many arguments.
-    static constexpr std::size_t kMaxArguments = 5;
+    enum : std::size_t { kMaxArguments = 5 };
 
     /// Success.
     constexpr status() noexcept = default;

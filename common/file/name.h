@@ -30,7 +30,7 @@ namespace doc::file {
 ///     name.Description();  // C:\work\dam.lwz: Rapid drawdown\12\node.csv
 class LMW_API Name {
  public:
-    static constexpr std::uint32_t kNoRun = 0xFFFFFFFF;
+    enum : std::uint32_t { kNoRun = 0xFFFFFFFF };
 
     /// Empty: no texts, no run, the step unset.
     Name() = default;

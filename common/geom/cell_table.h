@@ -49,7 +49,7 @@ class LMW_API Cell {
 class LMW_API CellTable {
  public:
     /// What the unsigned index functions answer outside the table.
-    static constexpr unsigned kOutside = 0xFFFFFFFFU;
+    enum : unsigned { kOutside = 0xFFFFFFFFU };
 
     /// One or two neighbouring indices; -1 where there is none.
     struct RangeIdx {

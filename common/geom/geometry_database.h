@@ -72,7 +72,7 @@ class LMW_API IGeometryDatabase {
 class LMW_API InputIndexByDbId {
  public:
     /// What First answers when there is no position.
-    static constexpr unsigned kNone = 0xFFFFFFFFU;
+    enum : unsigned { kNone = 0xFFFFFFFFU };
 
     /// `ids[k]` is the identifier of input position k; positions with identifier 0 are left out.
     explicit InputIndexByDbId(const std::vector<GID>& ids);

@@ -33,7 +33,7 @@ namespace Geom {
 class LMW_API QuadTree2D {
  public:
     /// What a search answers when there is none.
-    static constexpr unsigned kNone = 0xFFFFFFFFU;
+    enum : unsigned { kNone = 0xFFFFFFFFU };
 
     /// Clears, and reserves for the expected numbers.
     void Initialize(const Extents2D& extents, std::size_t maxDepth, const Precision3D& precision,

@@ -82,7 +82,7 @@ class LMW_API DiskFile {
     [[nodiscard]] std::intptr_t Handle() const noexcept { return handle_; }
 
  private:
-    static constexpr std::intptr_t kClosed = -1;
+    enum : std::intptr_t { kClosed = -1 };
 
     std::intptr_t handle_ = kClosed;
 };
