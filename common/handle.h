@@ -24,6 +24,7 @@ struct handle_mgmt_refcounted {
 /// and share the object. One handle belongs to one thread at a time; the object may be shared
 /// between threads when its count is atomic.
 template <class T, class Management>
+// NOLINTNEXTLINE(cppcoreguidelines-special-member-functions): one assignment by value serves both
 class handle {
  public:
     constexpr handle() noexcept = default;

@@ -104,9 +104,9 @@ std::string Utf8(std::wstring_view text) {
     std::string out;
     out.reserve(text.size());
     for (std::size_t at = 0; at < text.size(); ++at) {
-        auto c = static_cast<std::uint32_t>(text[at]);
+        std::uint32_t c = static_cast<char32_t>(text[at]);
         if (c >= 0xD800 && c <= 0xDBFF && at + 1 < text.size()) {
-            const auto low = static_cast<std::uint32_t>(text[at + 1]);
+            const std::uint32_t low = static_cast<char32_t>(text[at + 1]);
             if (low >= 0xDC00 && low <= 0xDFFF) {
                 c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
                 ++at;

@@ -17,6 +17,7 @@ class OrdinaryDirectory {
     OrdinaryDirectory() = default;
     OrdinaryDirectory(const OrdinaryDirectory&) = delete;
     OrdinaryDirectory& operator=(const OrdinaryDirectory&) = delete;
+    ~OrdinaryDirectory() = default;
 
     /// Reads and checks the end record and every entry. False for whatever is out of the ordinary:
     /// Zip64, several end records, data behind the archive, AES entries, a directory above 64 MiB,
