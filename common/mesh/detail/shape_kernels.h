@@ -21,17 +21,16 @@ struct NoMidside {
 };
 class SomeMidside {
  public:
-    explicit SomeMidside(const std::int32_t* nodes) noexcept {
-        for (int i = 0; i < 4; ++i) {
-            factor_[i] = nodes[4 + i] > 0 ? 1.0 : 0.0;
-        }
-    }
+    explicit SomeMidside(const std::int32_t* nodes) noexcept
+        : factor_{Factor_(nodes[4]), Factor_(nodes[5]), Factor_(nodes[6]), Factor_(nodes[7])} {}
     // A product with 0 or 1 instead of a condition: exact, and no jump that depends on the element.
     [[nodiscard]] double Keep(int node, double value) const noexcept {
         return factor_[node - 4] * value;
     }
 
  private:
+    static double Factor_(std::int32_t node) noexcept { return node > 0 ? 1.0 : 0.0; }
+
     double factor_[4];
 };
 
