@@ -32,6 +32,13 @@ void AppendUtf8(std::string& text, char32_t c) {
     append(0x80 | (c & 0x3F));
 }
 
+// Where wchar_t has 32 bits a pair of surrogates is two ill-formed characters.
+bool IsPairAt(std::wstring_view text, std::size_t i) {
+    return sizeof(wchar_t) == 2 && i + 1 < text.size() &&
+           IsSurrogate(static_cast<char32_t>(text[i]), 0xD800) &&
+           IsSurrogate(static_cast<char32_t>(text[i + 1]), 0xDC00);
+}
+
 }  // namespace
 
 std::string Utf8Text(std::wstring_view text) {
@@ -39,9 +46,8 @@ std::string Utf8Text(std::wstring_view text) {
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         auto c = static_cast<char32_t>(text[i]);
-        const char32_t next = i + 1 < text.size() ? static_cast<char32_t>(text[i + 1]) : U'\0';
-        if (sizeof(wchar_t) == 2 && IsSurrogate(c, 0xD800) && IsSurrogate(next, 0xDC00)) {
-            c = 0x10000 + ((c - 0xD800) << 10) + (next - 0xDC00);
+        if (IsPairAt(text, i)) {
+            c = 0x10000 + ((c - 0xD800) << 10) + (static_cast<char32_t>(text[i + 1]) - 0xDC00);
             ++i;
         } else if (IsSurrogate(c, 0xD800) || IsSurrogate(c, 0xDC00) || c > 0x10FFFF) {
             c = kReplacement;
