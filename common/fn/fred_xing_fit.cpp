@@ -230,6 +230,7 @@ std::vector<Vector3> StartsFromGrid(const Model& model, const Input& input) {
     std::partial_sort(grid.begin(), grid.begin() + kGridStarts, grid.end(),
                       [](const Start& a, const Start& b) { return a.sum < b.sum; });
     std::vector<Vector3> starts;
+    starts.reserve(kGridStarts + 1);  // and the caller's
     for (int k = 0; k < kGridStarts; ++k) {
         starts.push_back(grid[static_cast<std::size_t>(k)].log_parameters);
     }
@@ -261,7 +262,8 @@ void FillCovariance(const Model& model, FredXingFit& fit, const Vector3& log_par
                                factors.solve(Matrix3::Identity()) * parameters.asDiagonal();
     for (int row = 0; row < 3; ++row) {
         for (int column = 0; column < 3; ++column) {
-            fit.covariance[static_cast<std::size_t>(3 * row + column)] = covariance(row, column);
+            fit.covariance[3 * static_cast<std::size_t>(row) + static_cast<std::size_t>(column)] =
+                covariance(row, column);
         }
     }
 }
