@@ -10,7 +10,7 @@ namespace lmw::file::detail {
 
 namespace {
 
-// The layout of the records: PKWARE, ".ZIP File Format Specification" (APPNOTE.TXT), 4.3.7, 4.3.12,
+// The layout of the records: PKWARE, APPNOTE.TXT (the .ZIP file format), 4.3.7, 4.3.12,
 // 4.3.15 and 4.3.16.
 constexpr std::size_t kEndSize = 22;
 constexpr std::size_t kLocator64Size = 20;
