@@ -14,7 +14,8 @@ help:
 	@echo "make clang    tests of a Clang build"
 	@echo "make windows  cross-build for 64-bit Windows, tests under Wine"
 	@echo "make bench    build and run the benchmarks (BENCH=regex picks some)"
-	@echo "make checks   formatting, include direction, headers, static analysis of changed files"
+	@echo "make checks   formatting, include direction, exports, static analysis of the library"
+	@echo "make lint     static analysis of the library and the tool (a quarter of an hour)"
 	@echo "make clean    remove build/"
 
 # $(call configure_and_build,<preset>)
@@ -79,6 +80,12 @@ checks:
 	scripts/check-tidy build/release
 	cmake --build --preset release --parallel $(JOBS) --target lmwcommon
 	scripts/check-exports build/release/bin/liblmwcommon.so
+
+lint:
+	scripts/bootstrap build check
+	cmake --preset release $(QUIET_CONFIGURE)
+	cmake --build --preset release --parallel $(JOBS) --target lmwcommon
+	scripts/check-tidy build/release --tools
 
 clean:
 	rm -rf build

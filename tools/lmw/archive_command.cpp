@@ -271,7 +271,7 @@ void RunAdd(const ArchiveOptions& options, std::ostream& out) {
         const std::u8string file_name = PathOf(options.files[k]).filename().u8string();
         std::wstring name = Wide(std::string(file_name.begin(), file_name.end()));
         if (!options.below.empty()) {
-            name = Wide(options.below) + L'\\' + name;
+            name.insert(0, Wide(options.below) + L'\\');
         }
         Zip::Ids old;
         if (options.replace) {
