@@ -27,7 +27,23 @@ using lmw::test::PropertyRandom;
 
 using Lines = std::vector<Line2D>;
 using Events = std::vector<LineEvent2D>;
-using Question = void (*)(Events&, const Lines&, const Precision3D&, SweepLineImplForced::Type);
+using Ask = void (*)(Events&, const Lines&, const Precision3D&, SweepLineImplForced::Type);
+
+/// A question and its own kind: on Windows the address of an imported function has two values, the
+/// library's and that of the program's stub, so an address cannot tell which question it is.
+enum class Kind { kIntersection, kCoincident, kCrossing, kCollision };
+struct Question {
+    const char* name;
+    Kind kind;
+    Ask ask;
+};
+
+const Question kQuestions[] = {
+    {"intersection", Kind::kIntersection, Geom::LineIntersectionEvents2D},
+    {"coincident", Kind::kCoincident, Geom::LineCoincidentEvents2D},
+    {"crossing", Kind::kCrossing, Geom::LineCrossingEvents2D},
+    {"collision", Kind::kCollision, Geom::LineCollisionEvents2D},
+};
 
 bool IsEndOf(const Point2D& p, const Line2D& line, const Precision3D& precision) {
     return IsEqual2D(p, line.first, precision) || IsEqual2D(p, line.second, precision);
@@ -47,7 +63,7 @@ class PlainScan {
         }
     }
 
-    Events Run(Question question) {
+    Events Run(Kind kind) {
         Events events;
         for (std::size_t i = 0; i < lines_.size(); ++i) {
             for (std::size_t j = i + 1; j < lines_.size(); ++j) {
@@ -56,7 +72,7 @@ class PlainScan {
                 if (IsPlaceholder(a) || IsPlaceholder(b)) {
                     continue;
                 }
-                for (const Point2D& p : Points(question, a, b)) {
+                for (const Point2D& p : Points(kind, a, b)) {
                     if (p.IsValid()) {
                         events.push_back({Snap(p), &a, &b});
                     }
@@ -71,22 +87,22 @@ class PlainScan {
         return !line.first.IsValid() && !line.second.IsValid();
     }
 
-    std::vector<Point2D> Points(Question question, const Line2D& a, const Line2D& b) const {
+    std::vector<Point2D> Points(Kind kind, const Line2D& a, const Line2D& b) const {
         Point2D p0;
         Point2D p1;
-        if (question == static_cast<Question>(Geom::LineCollisionEvents2D)) {
+        if (kind == Kind::kCollision) {
             return {LineCollision2D(a.first, a.second, b.first, b.second, precision_)};
         }
         const int code =
             LineIntersection2D(p0, p1, a.first, a.second, b.first, b.second, precision_);
-        if (question == Geom::LineCoincidentEvents2D) {
+        if (kind == Kind::kCoincident) {
             if (code != 2) {
                 return {};
             }
             const bool both = IsEndOf(p1, a, precision_) && IsEndOf(p1, b, precision_);
             return both ? std::vector{p0} : std::vector{p0, p1};
         }
-        if (question == Geom::LineCrossingEvents2D &&
+        if (kind == Kind::kCrossing &&
             !LineIsCrossing2D(a.first, a.second, b.first, b.second, precision_)) {
             return {};
         }
@@ -105,13 +121,6 @@ class PlainScan {
     const Lines& lines_;
     const Precision3D& precision_;
     std::vector<Point2D> stored_;
-};
-
-const std::pair<const char*, Question> kQuestions[] = {
-    {"intersection", Geom::LineIntersectionEvents2D},
-    {"coincident", Geom::LineCoincidentEvents2D},
-    {"crossing", Geom::LineCrossingEvents2D},
-    {"collision", Geom::LineCollisionEvents2D},
 };
 
 bool SameEvents(const Events& a, const Events& b) {
@@ -142,14 +151,14 @@ std::string Difference(const Events& scan, const Events& other) {
 }
 
 void ExpectSweepIsScan(const Lines& lines, const Precision3D& precision) {
-    for (const auto& [name, question] : kQuestions) {
-        SCOPED_TRACE(name);
-        const Events scan = PlainScan(lines, precision).Run(question);
+    for (const Question& question : kQuestions) {
+        SCOPED_TRACE(question.name);
+        const Events scan = PlainScan(lines, precision).Run(question.kind);
         Events swept;
-        question(swept, lines, precision, SweepLineImplForced::kSweep);
+        question.ask(swept, lines, precision, SweepLineImplForced::kSweep);
         EXPECT_TRUE(SameEvents(scan, swept)) << "sweep: " << Difference(scan, swept);
         Events chosen;
-        question(chosen, lines, precision, SweepLineImplForced::kChoose);
+        question.ask(chosen, lines, precision, SweepLineImplForced::kChoose);
         EXPECT_TRUE(SameEvents(scan, chosen)) << "chosen: " << Difference(scan, chosen);
     }
 }
@@ -216,9 +225,9 @@ TEST(LineEvents, AnOverlapsFarEndIsDroppedWhenItEndsBoth) {  // property 4
     const Precision3D precision(3, 3, 3);
     const Lines same{{{0, 0}, {1, 0}}, {{1, 0}, {0, 0}}};
     const Lines partial{{{0, 0}, {2, 0}}, {{1, 0}, {3, 0}}};
-    const auto count = [&](Question question, const Lines& lines) {
+    const auto count = [&](Ask ask, const Lines& lines) {
         Events events;
-        question(events, lines, precision, SweepLineImplForced::kChoose);
+        ask(events, lines, precision, SweepLineImplForced::kChoose);
         return events.size();
     };
     EXPECT_EQ(2U, count(Geom::LineIntersectionEvents2D, same));
