@@ -40,7 +40,8 @@ class ZipImpl;
 /// Identifiers are indexes into the archive's directory. They stay what they are until Flush,
 /// Compact or Close writes: then the entries are numbered anew in the same order, added ones last.
 /// Names are written in UTF-8 with "/" and shown with "\"; names of other programs that are not
-/// UTF-8 are read as code page 437. Entries are deflated at the usual level.
+/// UTF-8 are read as code page 437. Entries are deflated at the usual level; of other programs'
+/// entries stored and deflated ones are always read, others as far as the archive library can.
 ///
 /// Every operation fails on a closed Zip, every change on a read-only one. No exception leaves the
 /// class, the caller's functions' included. One thread at a time uses a Zip.

@@ -80,9 +80,11 @@ TEST(RealArchives, AreReadAsOtherReadersReadThem) {
             continue;
         }
         // Where both other readers read everything without a complaint, so must we; some of these
-        // are damaged all the same.
+        // are damaged all the same. Which methods besides storing (0) and deflating (8) can be read
+        // depends on how the archive library was built.
         if (row[4] == "opens" && row[10] == "reads" && row[11] == "0" &&
-            row[2].find("must fail") == std::string::npos) {
+            row[2].find("must fail") == std::string::npos &&
+            row[8].find_first_not_of("08/") == std::string::npos) {
             ++compared;
             EXPECT_EQ(entries, std::stoi(row[5]));
             EXPECT_EQ(static_cast<int>(good), entries);

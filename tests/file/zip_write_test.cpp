@@ -299,6 +299,8 @@ TEST_F(ZipWrite, CancellingOrThrowingLeavesTheArchiveAndTheChanges) {
     ASSERT_OK(zip.Flush());
     const std::string before = ReadFile(folder.Path() / "p.lwz");
     EXPECT_OK(Add(L"noise", Noise(2'000'000)));
+    const Files pending =
+        folder.Files();  // on Windows the scratch file can be seen while it is used
     int calls = 0;
     EXPECT_TRUE(zip.Flush([&](double) { return ++calls < 3; }).Failed());
     EXPECT_GE(calls, 3);
@@ -306,7 +308,7 @@ TEST_F(ZipWrite, CancellingOrThrowingLeavesTheArchiveAndTheChanges) {
         zip.Compact([](double) -> bool { throw std::runtime_error("no more"); });
     EXPECT_EQ(thrown.MessageId(), 20654U);
     EXPECT_EQ(ReadFile(folder.Path() / "p.lwz"), before);
-    EXPECT_EQ(folder.Files(), (Files{"p.lwz", "source"}));
+    EXPECT_EQ(folder.Files(), pending);
     EXPECT_EQ(zip.Count(), 2U);
     double last = -1.0;
     EXPECT_OK(zip.Flush([&](double part_done) {
@@ -317,6 +319,7 @@ TEST_F(ZipWrite, CancellingOrThrowingLeavesTheArchiveAndTheChanges) {
     EXPECT_GT(last, 0.5);
     EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
     EXPECT_TRUE(zip.Test(zip.GetAllFileIDs(), [](double) { return false; }).Failed());
+    EXPECT_EQ(folder.Files(), (Files{"p.lwz", "source"}));
 }
 
 TEST_F(ZipWrite, ChangeByAnotherProgramIsNotOverwritten) {
@@ -398,18 +401,45 @@ TEST_F(ZipWrite, OpenClosesWhatIsOpenAndTheDestructorWritesToo) {
     EXPECT_EQ(Content(zip, L"b"), "2");
 }
 
+// A number of the zip format: `size` bytes, the lowest first.
+std::string Bytes(std::uint64_t number, int size) {
+    std::string bytes;
+    for (; size > 0; --size, number >>= 8) {
+        bytes += static_cast<char>(number & 0xFF);
+    }
+    return bytes;
+}
+
+// An archive of many entries without content, named by five digits from 10000 on.
+std::string EmptyEntries(std::uint64_t count) {
+    std::string entries;
+    std::string directory;
+    for (std::uint64_t k = 0; k < count; ++k) {
+        const std::string name = std::to_string(10'000 + k);
+        const std::string common = Bytes(20, 2) + Bytes(0, 4) + Bytes(0x2C216000, 4) +
+                                   Bytes(0, 12) + Bytes(name.size(), 2) + Bytes(0, 2);
+        directory +=
+            "PK\1\2" + Bytes(20, 2) + common + Bytes(0, 10) + Bytes(entries.size(), 4) + name;
+        entries += "PK\3\4" + common + name;
+    }
+    return entries + directory + "PK\5\6" + Bytes(0, 4) + Bytes(count, 2) + Bytes(count, 2) +
+           Bytes(directory.size(), 4) + Bytes(entries.size(), 4) + Bytes(0, 2);
+}
+
 TEST_F(ZipWrite, MoreEntriesThanSixteenBitsCount) {
+    constexpr std::uint64_t kBefore = 65'530;
+    folder.Write("p.lwz", EmptyEntries(kBefore));
     Open();
-    constexpr std::uint64_t kMany = 66'000;
-    const std::wstring source = folder.Write("source", "1");
-    for (std::uint64_t k = 0; k < kMany; ++k) {
-        ASSERT_OK(zip.Add(source, std::to_wstring(k)));
+    EXPECT_EQ(zip.Count(), kBefore);
+    for (int k = 0; k < 10; ++k) {
+        ASSERT_OK(Add(std::to_wstring(k), std::to_string(k)));
     }
     EXPECT_OK(zip.SetComment(L"8.1"));
     ASSERT_OK(zip.Flush());
-    EXPECT_EQ(zip.Count(), kMany);
-    EXPECT_EQ(zip.GetName(kMany - 1), L"65999");
-    EXPECT_OK(zip.Test({0, 65535, 65536, kMany - 1}));
+    EXPECT_EQ(zip.Count(), kBefore + 10);
+    EXPECT_EQ(zip.GetName(kBefore - 1), L"75529");
+    EXPECT_EQ(Content(zip, L"9"), "9");
+    EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
     EXPECT_EQ(doc::file::GetLwzVersion(sys::file::MakeSharedFileInputStream(path)).parts[1], 1);
 }
 

@@ -26,7 +26,8 @@ bool IsDeviceName(std::wstring_view part) {
     if (std::any_of(kPlain.begin(), kPlain.end(), is(base))) {
         return true;
     }
-    return base.size() == 4 && base[3] >= L'0' && base[3] <= L'9' &&
+    constexpr std::wstring_view kNumbers = L"0123456789\u00B9\u00B2\u00B3";  // superscripts count
+    return base.size() == 4 && kNumbers.find(base[3]) != std::wstring_view::npos &&
            std::any_of(kNumbered.begin(), kNumbered.end(), is(base.substr(0, 3)));
 }
 
@@ -47,7 +48,7 @@ std::optional<EntryPath> SafeEntryPath(std::wstring_view name) {
         if (part.empty() || part == L".") {
             continue;
         }
-        if (part.find_first_not_of(L". ") == std::wstring_view::npos || IsDeviceName(part)) {
+        if (part.back() == L'.' || part.back() == L' ' || IsDeviceName(part)) {
             return std::nullopt;
         }
         path.parts.emplace_back(part);

@@ -19,8 +19,9 @@ struct EntryPath {
 /// Cuts `name` at "\" and "/"; empty parts in the middle and "." are left out. No value for a name
 /// that must not be written: an empty one; one that begins with a separator (absolute, or a
 /// computer's name); one that holds ":" (a drive, or a stream of a file) or a NUL; one with a part
-/// of dots and blanks only ("..", which climbs out, and what Windows would read as "..", ". .");
-/// one with a part that names a device on Windows ("con", "LPT1.txt").
+/// that ends in a dot or a blank ("..", which climbs out, what Windows reads as "..", and "a.",
+/// which on Windows becomes either "a" or a file that no ordinary program can open or delete); one
+/// with a part that names a device on Windows ("con", "LPT1.txt").
 [[nodiscard]] std::optional<EntryPath> SafeEntryPath(std::wstring_view name);
 
 }  // namespace lmw::file::detail
