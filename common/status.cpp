@@ -56,6 +56,13 @@ status& status::AttachSource(std::string_view file, int line) {
     return *this;
 }
 
+status& status::AttachPart(std::wstring_view part) {
+    if (detail_ != nullptr) {
+        detail_->message_ += L"\n\n" + str::fmt::Escape(part);
+    }
+    return *this;
+}
+
 void status::AddReference_() const noexcept {
     ++detail_->reference_count_;
 }

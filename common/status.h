@@ -86,6 +86,11 @@ class [[nodiscard]] LMW_API status {
     /// after creation, while this is the record's one status. Returns this status.
     status& AttachSource(std::string_view file, int line);
 
+    /// Adds a second part to the text: an empty line and `part`, to the letter also where it
+    /// contains "%". The message identifier and the arguments stay. As AttachSource otherwise; does
+    /// nothing on success.
+    status& AttachPart(std::wstring_view part);
+
     /// Becomes success.
     void Reset() noexcept { *this = status(); }
 

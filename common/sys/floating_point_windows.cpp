@@ -10,8 +10,8 @@ namespace sys {
 
 namespace {
 
-// The runtime's status and mask bits are the library's own numbering; only the denormal exception
-// (0x80000) has none there.
+// The runtime's status and mask bits are the library's own numbering. It leaves the mask of the
+// denormal exception (0x80000) alone.
 constexpr unsigned kExceptionMaskBits = 0x0008001F;
 
 }  // namespace
@@ -42,7 +42,7 @@ void SetFloatingPointFlags(unsigned flags) noexcept {
 
 unsigned TrappingFloatingPointExceptions() noexcept {
     // A set bit of the control word masks its exception.
-    return ~_controlfp(0, 0) & kAllFloatingPointExceptions;
+    return ~_controlfp(0, 0) & kExceptionMaskBits;
 }
 
 void SetTrappingFloatingPointExceptions(unsigned trapping) noexcept {
@@ -51,5 +51,12 @@ void SetTrappingFloatingPointExceptions(unsigned trapping) noexcept {
     unsigned control = 0;
     _controlfp_s(&control, masked, kExceptionMaskBits);
 }
+
+// The 64-bit runtime refuses to set the precision.
+int ExtendedPrecisionBits() noexcept {
+    return 0;
+}
+
+void SetExtendedPrecisionBits(int /*bits*/) noexcept {}
 
 }  // namespace sys
