@@ -1,6 +1,7 @@
 #include "common/sys/floating_point.h"
 
 #include <gtest/gtest.h>
+#include <xmmintrin.h>
 
 #include <functional>
 #include <limits>
@@ -82,6 +83,19 @@ TEST_F(FloatingPoint, EverySetOfTrapsIsTakenExactly) {
         SetTrappingFloatingPointExceptions(0);
         ASSERT_EQ(answer, trapping);
     }
+    EXPECT_EQ(TrappingFloatingPointExceptions(), 0U);
+}
+
+TEST_F(FloatingPoint, DenormalIsReportedAndLeftAsItIs) {
+    const unsigned control = _mm_getcsr();
+    _mm_setcsr(control & ~0x100U);  // something else lets it trap
+    SetTrappingFloatingPointExceptions(kInvalid);
+    const unsigned with_denormal = TrappingFloatingPointExceptions();
+    SetTrappingFloatingPointExceptions(0);
+    const unsigned alone = TrappingFloatingPointExceptions();
+    _mm_setcsr(control);
+    EXPECT_EQ(with_denormal, kInvalid | kDenormal);
+    EXPECT_EQ(alone, kDenormal);
     EXPECT_EQ(TrappingFloatingPointExceptions(), 0U);
 }
 
