@@ -97,6 +97,7 @@
 #include "common/sys/floating_point.h"
 #include "common/sys/last_error.h"
 #include "common/sys/text_encoding.h"
+#include "common/sys/utf8.h"
 #include "common/system_error.h"
 #include "common/undefined.h"
 #include "common/version.h"

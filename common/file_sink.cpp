@@ -1,10 +1,10 @@
 #include "common/file_sink.h"
 
 #include "common/detail/log_line.h"
-#include "common/detail/utf8_text.h"
 #include "common/errors.h"
 #include "common/sys/append_file.h"
 #include "common/sys/last_error.h"
+#include "common/sys/utf8.h"
 #include "common/system_error.h"
 
 #include <chrono>
@@ -40,7 +40,8 @@ void FileSink::Log(int level, int category, const std::wstring& message, const c
     const std::wstring text =
         lmw::detail::TimeStamp(std::chrono::system_clock::now()) + L" " +
         lmw::detail::LogLine({level, category, message, file, line, function}) + L"\n";
-    if (!impl_->file.IsOpen() || impl_->file.Append(lmw::detail::Utf8Text(text))) {
+    if (!impl_->file.IsOpen() ||
+        impl_->file.Append(sys::Utf8FromWide(text, sys::LoosePairs::kReplace))) {
         return;
     }
     const unsigned reason = sys::LastError();

@@ -1,10 +1,10 @@
 #include "common/standard_error_sink.h"
 
 #include "common/detail/log_line.h"
-#include "common/detail/utf8_text.h"
 #include "common/log_level.h"
 #include "common/sys/environment.h"
 #include "common/sys/error_stream.h"
+#include "common/sys/utf8.h"
 
 #include <string_view>
 
@@ -37,7 +37,7 @@ void StandardErrorSink::Log(int level, int category, const std::wstring& message
         text.insert(length, L"\x1B[0m");
         text.insert(0, ColourOf(level));
     }
-    sys::WriteErrorStream(lmw::detail::Utf8Text(text));
+    sys::WriteErrorStream(sys::Utf8FromWide(text, sys::LoosePairs::kReplace));
 }
 
 }  // namespace lmw::diag

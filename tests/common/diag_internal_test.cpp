@@ -1,6 +1,5 @@
 #include "common/detail/log_line.h"
 #include "common/detail/process_arguments.h"
-#include "common/detail/utf8_text.h"
 #include "common/log_category.h"
 #include "common/log_level.h"
 
@@ -74,16 +73,6 @@ TEST(TimeStamp, IsUniversalTimeToTheMillisecondBelow) {
     EXPECT_EQ(TimeStamp(epoch + seconds(1709210096) + microseconds(999999)),
               L"2024-02-29T12:34:56.999Z");
     EXPECT_EQ(TimeStamp(epoch - milliseconds(1)), L"1969-12-31T23:59:59.999Z");
-}
-
-TEST(Utf8Text, EncodesEveryLengthAndReplacesWhatIsNoCharacter) {
-    EXPECT_EQ(Utf8Text(L"a\u0080\u07FF\u0800\uFFFD\U00010000\U0010FFFF"),
-              "a\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBD\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
-    const std::wstring lone = {wchar_t{0xD800}, L'a', wchar_t{0xDC00}, wchar_t{0xDC00},
-                               wchar_t{0xD83D}};
-    EXPECT_EQ(Utf8Text(lone),
-              "\xEF\xBF\xBD"
-              "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
 }  // namespace

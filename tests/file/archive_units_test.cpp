@@ -19,53 +19,18 @@
 
 namespace {
 
-using lmw::file::detail::IsUtf8;
 using lmw::file::detail::MatchesWildcard;
 using lmw::file::detail::PieceWriter;
 using lmw::file::detail::SafeEntryPath;
-using lmw::file::detail::Utf8;
 using lmw::file::detail::WideFromArchive;
+using lmw::file::detail::WrittenName;
 using lmw::test::PropertyRandom;
 
-TEST(ArchiveText, EveryCharacterComesBack) {
-    for (char32_t c = 1; c <= 0x10FFFF; c += c < 0x3000 ? 1 : 61) {
-        if (c >= 0xD800 && c <= 0xDFFF) {
-            continue;
-        }
-        std::wstring text = L"a";
-        if (sizeof(wchar_t) == 2 && c >= 0x10000) {
-            text += static_cast<wchar_t>(0xD7C0 + (c >> 10));
-            text += static_cast<wchar_t>(0xDC00 + (c & 0x3FF));
-        } else {
-            text += static_cast<wchar_t>(c);
-        }
-        const std::string bytes = Utf8(text);
-        ASSERT_TRUE(IsUtf8(bytes)) << static_cast<unsigned>(c);
-        ASSERT_EQ(WideFromArchive(bytes), text) << static_cast<unsigned>(c);
-    }
-}
-
-TEST(ArchiveText, PairsJoinAndLoneHalvesAreReplaced) {
-    const auto units = [](std::initializer_list<unsigned> codes) {
-        std::wstring text;
-        for (const unsigned code : codes) {
-            text += static_cast<wchar_t>(code);
-        }
-        return text;
-    };
-    EXPECT_EQ(Utf8(units({0xD83D, 0xDE00})), "\xF0\x9F\x98\x80");
-    EXPECT_EQ(Utf8(units({0xD83D, 'x'})), "\xEF\xBF\xBDx");
-    EXPECT_EQ(Utf8(units({0xDE00, 0xD83D})), "\xEF\xBF\xBD\xEF\xBF\xBD");
-}
-
-TEST(ArchiveText, IllFormedUtf8IsCodePage437) {
-    for (const char* bytes :
-         {"\x80", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80",
-          "\xF8\x88\x80\x80\x80", "\xC3", "\xE2\x82", "a\xFF"}) {
-        EXPECT_FALSE(IsUtf8(bytes));
-    }
+TEST(ArchiveText, IllFormedUtf8IsCodePage437AndPairsAreOneCharacter) {
     EXPECT_EQ(WideFromArchive("B\x94schung \xE3 \xFF"), L"B\u00F6schung \u03C0 \u00A0");
     EXPECT_EQ(WideFromArchive("\xC7\x80"), L"\u01C0");  // well-formed, so UTF-8
+    const std::wstring pair = {wchar_t{0xD83D}, wchar_t{0xDE00}, L'\\', wchar_t{0xDE00}};
+    EXPECT_EQ(WrittenName(pair), "\xF0\x9F\x98\x80/\xEF\xBF\xBD");
 }
 
 // The definition of a match, taken literally.

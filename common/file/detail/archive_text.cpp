@@ -1,16 +1,13 @@
 #include "common/file/detail/archive_text.h"
 
+#include "common/sys/utf8.h"
+
 #include <algorithm>
 #include <array>
-#include <cstddef>
-#include <cstdint>
 
 namespace lmw::file::detail {
 
 namespace {
-
-constexpr std::uint32_t kReplacement = 0xFFFD;
-constexpr std::uint32_t kIllFormed = 0xFFFFFFFF;
 
 // Code page 437, the bytes 0x80 to 0xFF. Source: Unicode Consortium, mapping table CP437.TXT.
 // clang-format off
@@ -34,104 +31,23 @@ constexpr std::array<char16_t, 128> kCodePage437 = {
 };
 // clang-format on
 
-// Takes one UTF-8 character at `at`; kIllFormed where there is none.
-std::uint32_t TakeUtf8(std::string_view bytes, std::size_t& at) noexcept {
-    const auto lead = static_cast<unsigned char>(bytes[at++]);
-    if (lead < 0x80) {
-        return lead;
-    }
-    if (lead < 0xC2 || lead > 0xF4) {
-        return kIllFormed;
-    }
-    const std::size_t following = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    std::uint32_t c = lead & (0x3FU >> following);
-    for (std::size_t k = 0; k < following; ++k, ++at) {
-        const unsigned next = at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0;
-        if ((next & 0xC0U) != 0x80U) {
-            return kIllFormed;
-        }
-        c = (c << 6) | (next & 0x3FU);
-    }
-    constexpr std::array<std::uint32_t, 4> kLeast = {0, 0x80, 0x800, 0x10000};
-    const bool is_character = c >= kLeast[following] && c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
-    return is_character ? c : kIllFormed;
-}
-
-void AppendUtf8(std::string& out, std::uint32_t c) {
-    const auto byte = [&out](std::uint32_t bits) {
-        out += static_cast<char>(static_cast<unsigned char>(bits));
-    };
-    if (c < 0x80) {
-        byte(c);
-    } else if (c < 0x800) {
-        byte(0xC0 | (c >> 6));
-        byte(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        byte(0xE0 | (c >> 12));
-        byte(0x80 | ((c >> 6) & 0x3F));
-        byte(0x80 | (c & 0x3F));
-    } else {
-        byte(0xF0 | (c >> 18));
-        byte(0x80 | ((c >> 12) & 0x3F));
-        byte(0x80 | ((c >> 6) & 0x3F));
-        byte(0x80 | (c & 0x3F));
-    }
-}
-
-void AppendWide(std::wstring& out, std::uint32_t c) {
-    if constexpr (sizeof(wchar_t) == 2) {
-        if (c >= 0x10000) {
-            out += static_cast<wchar_t>(0xD800 + ((c - 0x10000) >> 10));
-            out += static_cast<wchar_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
-            return;
-        }
-    }
-    out += static_cast<wchar_t>(c);
-}
-
 }  // namespace
 
-bool IsUtf8(std::string_view bytes) noexcept {
-    for (std::size_t at = 0; at < bytes.size();) {
-        if (TakeUtf8(bytes, at) == kIllFormed) {
-            return false;
-        }
-    }
-    return true;
-}
-
-std::string Utf8(std::wstring_view text) {
-    std::string out;
-    out.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        std::uint32_t c = static_cast<char32_t>(text[at]);
-        if (c >= 0xD800 && c <= 0xDBFF && at + 1 < text.size()) {
-            const std::uint32_t low = static_cast<char32_t>(text[at + 1]);
-            if (low >= 0xDC00 && low <= 0xDFFF) {
-                c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
-                ++at;
-            }
-        }
-        const bool is_character = c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
-        AppendUtf8(out, is_character ? c : kReplacement);
-    }
-    return out;
-}
-
 std::wstring WideFromArchive(std::string_view bytes) {
+    if (sys::IsUtf8(bytes)) {
+        return sys::WideFromUtf8(bytes);
+    }
     std::wstring out;
     out.reserve(bytes.size());
-    if (IsUtf8(bytes)) {
-        for (std::size_t at = 0; at < bytes.size();) {
-            AppendWide(out, TakeUtf8(bytes, at));
-        }
-    } else {
-        for (const char byte : bytes) {
-            const auto c = static_cast<unsigned char>(byte);
-            out += static_cast<wchar_t>(c < 0x80 ? c : kCodePage437[c - 0x80U]);
-        }
+    for (const char byte : bytes) {
+        const auto c = static_cast<unsigned char>(byte);
+        out += static_cast<wchar_t>(c < 0x80 ? c : kCodePage437[c - 0x80U]);
     }
     return out;
+}
+
+std::string ArchiveText(std::wstring_view text) {
+    return sys::Utf8FromWide(text, sys::LoosePairs::kJoin);
 }
 
 std::wstring ShownName(std::string_view name) {
@@ -141,7 +57,7 @@ std::wstring ShownName(std::string_view name) {
 }
 
 std::string WrittenName(std::wstring_view name) {
-    std::string written = Utf8(name);
+    std::string written = ArchiveText(name);
     std::replace(written.begin(), written.end(), '\\', '/');
     return written;
 }

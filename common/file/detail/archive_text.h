@@ -8,16 +8,13 @@
 
 namespace lmw::file::detail {
 
-/// Whether the bytes are well-formed UTF-8: no overlong forms, surrogates or numbers above
-/// 0x10FFFF.
-[[nodiscard]] bool IsUtf8(std::string_view bytes) noexcept;
-
-/// Wide text as UTF-8, whether wchar_t has 16 or 32 bits; what is no character becomes U+FFFD.
-[[nodiscard]] std::string Utf8(std::wstring_view text);
-
 /// A name or comment of an archive as wide text: UTF-8 when it is well-formed as such, else code
 /// page 437, in which every byte is a character.
 [[nodiscard]] std::wstring WideFromArchive(std::string_view bytes);
+
+/// Text as an archive holds it: UTF-8. Names come from Windows programs too, so that a pair of
+/// surrogates is one character also where wchar_t has 32 bits; what is no character becomes U+FFFD.
+[[nodiscard]] std::string ArchiveText(std::wstring_view text);
 
 /// An entry's name as it is shown: with "\" between its parts.
 [[nodiscard]] std::wstring ShownName(std::string_view name);

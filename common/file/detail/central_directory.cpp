@@ -1,6 +1,6 @@
 #include "common/file/detail/central_directory.h"
 
-#include "common/file/detail/archive_text.h"
+#include "common/sys/utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -65,7 +65,7 @@ bool IsOrdinaryExtra(std::string_view extra) noexcept {
 bool IsPlainText(std::string_view text) noexcept {
     return std::none_of(text.begin(), text.end(),
                         [](char c) { return static_cast<unsigned char>(c) < 0x20; }) &&
-           IsUtf8(text);
+           sys::IsUtf8(text);
 }
 
 // Takes one entry off the front of the directory; false where it is not an ordinary one.

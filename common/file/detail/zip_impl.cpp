@@ -215,7 +215,7 @@ void ZipImpl::Delete(Id id) {
 }
 
 gtl::status ZipImpl::SetComment(std::wstring_view text) {
-    std::string comment = detail::Utf8(text);
+    std::string comment = detail::ArchiveText(text);
     if (comment.size() > kLongestText) {
         return LmwError::File::write(ArchiveName(), L"The comment is longer than 65535 bytes.");
     }
