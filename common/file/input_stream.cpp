@@ -2,10 +2,9 @@
 
 #include "common/errors.h"
 #include "common/file/detail/file_input_stream.h"
+#include "common/file/detail/memory_input_stream.h"
 #include "common/system_error.h"
 
-#include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace sys::file {
@@ -67,38 +66,6 @@ void FileInputStream::Reopen() {
     open_code_ = DiskFile::OpenForReading(path_, sharing_, file_);
 }
 
-namespace {
-
-class MemoryInputStream final : public IInputStream {
- public:
-    MemoryInputStream(std::wstring name, const void* data, std::size_t size)
-        : name_(std::move(name)), bytes_(static_cast<const std::byte*>(data), size) {}
-
-    [[nodiscard]] std::wstring Name() const override { return name_; }
-
-    gtl::status Size(std::uint64_t& size) const override {
-        size = bytes_.size();
-        return {};
-    }
-
-    gtl::status ReadAt(std::uint64_t offset, std::span<std::byte> to,
-                       std::size_t& read) const override {
-        read = offset < bytes_.size()
-                   ? std::min(to.size(), bytes_.size() - static_cast<std::size_t>(offset))
-                   : 0;
-        if (read > 0) {
-            std::memcpy(to.data(), bytes_.data() + offset, read);
-        }
-        return {};
-    }
-
- private:
-    std::wstring name_;
-    std::span<const std::byte> bytes_;
-};
-
-}  // namespace
-
 InputStream MakeFileInputStream(const std::wstring& path) {
     return InputStream(new FileInputStream(path, Sharing::kReaders));
 }
@@ -108,7 +75,8 @@ InputStream MakeSharedFileInputStream(const std::wstring& path) {
 }
 
 InputStream MakeMemoryInputStream(const std::wstring& name, const void* data, std::size_t size) {
-    return InputStream(new MemoryInputStream(name, data, size));
+    return InputStream(
+        new MemoryInputStream(name, std::span(static_cast<const std::byte*>(data), size)));
 }
 
 }  // namespace sys::file

@@ -1,10 +1,10 @@
 #include "common/file/detail/content_store.h"
 
 #include "common/errors.h"
+#include "common/file/detail/memory_input_stream.h"
 #include "common/system_error.h"
 
 #include <algorithm>
-#include <cstring>
 #include <span>
 
 namespace lmw::file::detail {
@@ -21,32 +21,6 @@ gtl::status Failed(gtl::status (*factory)(const std::wstring&, const std::wstrin
 }
 
 }  // namespace
-
-class ContentStore::Memory final : public sys::file::IInputStream {
- public:
-    Memory(std::wstring name, std::vector<std::byte> bytes)
-        : name_(std::move(name)), bytes_(std::move(bytes)) {}
-
-    [[nodiscard]] std::wstring Name() const override { return name_; }
-    gtl::status Size(std::uint64_t& size) const override {
-        size = bytes_.size();
-        return {};
-    }
-    gtl::status ReadAt(std::uint64_t offset, std::span<std::byte> to,
-                       std::size_t& read) const override {
-        read = offset < bytes_.size()
-                   ? std::min(to.size(), bytes_.size() - static_cast<std::size_t>(offset))
-                   : 0;
-        if (read > 0) {
-            std::memcpy(to.data(), bytes_.data() + offset, read);
-        }
-        return {};
-    }
-
- private:
-    std::wstring name_;
-    std::vector<std::byte> bytes_;
-};
 
 class ContentStore::Region final : public sys::file::IInputStream {
  public:
@@ -110,7 +84,7 @@ gtl::status ContentStore::TakeToMemory_(const sys::DiskFile& source, const std::
     }
     bytes.resize(read);
     in_memory_ += read;
-    taken.stream = sys::file::InputStream(new Memory(path, std::move(bytes)));
+    taken.stream = sys::file::InputStream(new sys::file::MemoryInputStream(path, std::move(bytes)));
     return {};
 }
 

@@ -37,7 +37,6 @@ class ContentStore {
         sys::DiskFile file;
         std::uint64_t size = 0;
     };
-    class Memory;
     class Region;
 
     gtl::status TakeToMemory_(const sys::DiskFile& source, const std::wstring& path,
