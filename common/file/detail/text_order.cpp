@@ -32,7 +32,7 @@ class UnitCursor {
             unit_ = -1;
             return;
         }
-        const auto c = static_cast<unsigned long>(text_[at_++]);
+        const auto c = static_cast<char32_t>(text_[at_++]);
         if (c < 0x10000) {
             unit_ = static_cast<long>(c);
         } else if (c <= 0x10FFFF) {
