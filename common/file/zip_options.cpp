@@ -11,6 +11,9 @@ std::wstring ExtractNameSame::ExtractName(const std::wstring& entry_name) const 
 }
 
 std::wstring ExtractNameFName::ExtractName(const std::wstring& entry_name) const {
+    if (entry_name.empty() || entry_name.back() == L'\\' || entry_name.back() == L'/') {
+        return entry_name;
+    }
     const PathParts parts = SplitPath(entry_name);
     return parts.directory + fname_ + parts.ext;
 }

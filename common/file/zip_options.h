@@ -46,7 +46,7 @@ class LMW_API ExtractNameSame final : public IExtractName {
 };
 
 /// The entry's name with another file name; directory and extension stay: with "model", data\a.xml
-/// becomes data\model.xml.
+/// becomes data\model.xml. A folder's name (it ends in a separator) has no file name and stays.
 class LMW_API ExtractNameFName final : public IExtractName {
  public:
     explicit ExtractNameFName(std::wstring fname) : fname_(std::move(fname)) {}

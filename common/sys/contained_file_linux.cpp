@@ -88,10 +88,13 @@ unsigned ContainedFile::Create(const std::wstring& root, std::span<const std::ws
         return code;
     }
     static std::atomic<unsigned> counter{0};
-    const std::string name =
-        ".lmw-" + std::to_string(getpid()) + '-' + std::to_string(counter++) + ".tmp";
-    const int file =
-        openat(folder, name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_NOFOLLOW | O_CLOEXEC, 0666);
+    std::string name;
+    int file = -1;
+    do {  // one may be left of a process of the same number that was killed
+        name = ".lmw-" + std::to_string(getpid()) + '-' + std::to_string(counter++) + ".tmp";
+        file = openat(folder, name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_NOFOLLOW | O_CLOEXEC,
+                      0666);
+    } while (file < 0 && errno == EEXIST);
     if (file < 0) {
         const unsigned reason = Errno();
         Discard();

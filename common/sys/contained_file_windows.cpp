@@ -78,10 +78,14 @@ unsigned ContainedFile::Create(const std::wstring& root, std::span<const std::ws
         return code;
     }
     static std::atomic<unsigned> counter{0};
-    std::wstring name = folder_path_ + L"\\.lmw-" + std::to_wstring(GetCurrentProcessId()) + L'-' +
-                        std::to_wstring(counter++) + L".tmp";
-    HANDLE handle = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                FILE_ATTRIBUTE_NORMAL, nullptr);
+    std::wstring name;
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    do {  // one may be left of a process of the same number that was killed
+        name = folder_path_ + L"\\.lmw-" + std::to_wstring(GetCurrentProcessId()) + L'-' +
+               std::to_wstring(counter++) + L".tmp";
+        handle = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                             FILE_ATTRIBUTE_NORMAL, nullptr);
+    } while (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_EXISTS);
     if (handle == INVALID_HANDLE_VALUE) {
         return GetLastError();
     }

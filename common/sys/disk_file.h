@@ -87,6 +87,12 @@ class LMW_API DiskFile {
     std::intptr_t handle_ = kClosed;
 };
 
+/// What a new file may meet at its place.
+enum class Existing {
+    kReplace,  ///< whatever file is there gives way
+    kKeep,     ///< nothing may be there: Commit fails where something is, and it stays
+};
+
 /// A new file that is to take the place of another. Without Commit it disappears with the object;
 /// where the system can keep a file without a name it also disappears when the process dies.
 class LMW_API ReplacementFile {
@@ -105,7 +111,7 @@ class LMW_API ReplacementFile {
     /// folder. Access rights of a file that was there are kept. On failure what was at `path` is
     /// untouched, unless IsInPlace. Windows: while somebody holds the old file open, tries again
     /// for two seconds.
-    unsigned Commit();
+    unsigned Commit(Existing existing = Existing::kReplace);
 
     /// Whether Commit has put the file in place. True after a failure of Commit when the failure
     /// was in flushing the folder: the new file is there, but might not survive a pulled plug.

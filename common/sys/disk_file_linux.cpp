@@ -24,10 +24,11 @@ std::string FolderOf(const std::string& path) {
     return slash == std::string::npos ? "." : path.substr(0, slash + 1);
 }
 
-// A name beside `path` that nobody else uses: the creation fails where one exists all the same.
-std::string NameBeside(const std::string& path) {
+// A name for a passing file. One of that name may lie there all the same, left by a process of the
+// same number that was killed.
+std::string PassingName(const std::string& folder) {
     static std::atomic<unsigned> counter{0};
-    return path + '.' + std::to_string(getpid()) + '-' + std::to_string(counter++) + ".tmp";
+    return folder + ".lmw-" + std::to_string(getpid()) + '-' + std::to_string(counter++) + ".tmp";
 }
 
 // Opens a file without a name in a folder; -1 where the file system or the kernel cannot do that,
@@ -41,8 +42,46 @@ int OpenNameless(const std::string& folder) {
     return file;
 }
 
-int OpenNew(const std::string& path) {
-    return open(path.c_str(), O_CREAT | O_EXCL | O_RDWR | O_NOFOLLOW | O_CLOEXEC, 0666);
+// Creates a file under a name of its own, which is put into `name`.
+int OpenPassing(const std::string& folder, std::string& name) {
+    for (;;) {
+        name = PassingName(folder);
+        const int file =
+            open(name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_NOFOLLOW | O_CLOEXEC, 0666);
+        if (file >= 0 || errno != EEXIST) {
+            return file;
+        }
+    }
+}
+
+// Gives an open file without a name a name of its own.
+unsigned LinkPassing(int file, const std::string& folder, std::string& name) {
+    const std::string self = "/proc/self/fd/" + std::to_string(file);
+    for (;;) {
+        name = PassingName(folder);
+        if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+            return 0;
+        }
+        if (errno != EEXIST) {
+            return Errno();
+        }
+    }
+}
+
+// Renames a file to a name that nothing has yet, in one step.
+unsigned RenameToFreeName(const std::string& from, const std::string& to) {
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+        return Errno();
+    }
+    // A file system without that step; a second name comes about in one as well.
+    if (link(from.c_str(), to.c_str()) != 0) {
+        return Errno();
+    }
+    unlink(from.c_str());
+    return 0;
 }
 
 // Some file systems cannot flush a folder and say so by these codes; there is nothing to wait for.
@@ -126,11 +165,11 @@ unsigned DiskFile::OpenForReading(const std::wstring& path, Sharing /*sharing*/,
 }
 
 unsigned DiskFile::CreateScratch(const std::wstring& path, DiskFile& file) {
-    const std::string beside = Narrow(path);
-    int handle = OpenNameless(FolderOf(beside));
+    const std::string folder = FolderOf(Narrow(path));
+    int handle = OpenNameless(folder);
     if (handle < 0) {
-        const std::string name = NameBeside(beside);
-        handle = OpenNew(name);
+        std::string name;
+        handle = OpenPassing(folder, name);
         if (handle < 0) {
             return Errno();
         }
@@ -199,11 +238,11 @@ unsigned ReplacementFile::Create(const std::wstring& path) {
     Discard();
     in_place_ = false;
     path_ = path;
-    const std::string target = Narrow(path);
-    int handle = OpenNameless(FolderOf(target));
+    const std::string folder = FolderOf(Narrow(path));
+    int handle = OpenNameless(folder);
     if (handle < 0) {
-        const std::string name = NameBeside(target);
-        handle = OpenNew(name);
+        std::string name;
+        handle = OpenPassing(folder, name);
         if (handle < 0) {
             return Errno();
         }
@@ -213,11 +252,11 @@ unsigned ReplacementFile::Create(const std::wstring& path) {
     return 0;
 }
 
-unsigned ReplacementFile::Commit() {
+unsigned ReplacementFile::Commit(Existing existing) {
     const std::string target = Narrow(path_);
     const int handle = static_cast<int>(file_.Handle());
     struct stat old {};
-    if (stat(target.c_str(), &old) == 0) {
+    if (existing == Existing::kReplace && stat(target.c_str(), &old) == 0) {
         // The owner can be kept by the superuser only; rights without the owner mean less, not
         // more.
         [[maybe_unused]] const int owner_kept = fchown(handle, old.st_uid, old.st_gid);
@@ -229,14 +268,18 @@ unsigned ReplacementFile::Commit() {
         return Errno();
     }
     if (temporary_path_.empty()) {
-        const std::string self = "/proc/self/fd/" + std::to_string(handle);
-        const std::string name = NameBeside(target);
-        if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0) {
-            return Errno();
+        std::string name;
+        if (const unsigned code = LinkPassing(handle, FolderOf(target), name); code != 0) {
+            return code;
         }
         temporary_path_ = Widen(name);
     }
-    if (std::rename(Narrow(temporary_path_).c_str(), target.c_str()) != 0) {
+    const std::string temporary = Narrow(temporary_path_);
+    if (existing == Existing::kKeep) {
+        if (const unsigned code = RenameToFreeName(temporary, target); code != 0) {
+            return code;
+        }
+    } else if (std::rename(temporary.c_str(), target.c_str()) != 0) {
         return Errno();
     }
     in_place_ = true;

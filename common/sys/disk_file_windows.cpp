@@ -20,15 +20,20 @@ constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELE
 constexpr int kTries = 40;
 constexpr DWORD kMillisecondsBetweenTries = 50;
 
-std::wstring NameBeside(const std::wstring& path) {
+// Creates a file under a name of its own in the folder of `path`; the name is put into `name`.
+HANDLE CreatePassing(const std::wstring& path, DWORD flags, std::wstring& name) {
     static std::atomic<unsigned> counter{0};
-    return path + L'.' + std::to_wstring(GetCurrentProcessId()) + L'-' +
-           std::to_wstring(counter++) + L".tmp";
-}
-
-HANDLE CreateNew(const std::wstring& name, DWORD flags) {
-    return CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, FILE_SHARE_DELETE,
-                       nullptr, CREATE_NEW, flags, nullptr);
+    const std::wstring folder = path.substr(0, path.find_last_of(L'\\') + 1);
+    for (;;) {
+        name = folder + L".lmw-" + std::to_wstring(GetCurrentProcessId()) + L'-' +
+               std::to_wstring(counter++) + L".tmp";
+        HANDLE file = CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
+                                  FILE_SHARE_DELETE, nullptr, CREATE_NEW, flags, nullptr);
+        // One may be left of a process of the same number that was killed.
+        if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS) {
+            return file;
+        }
+    }
 }
 
 OVERLAPPED AtOffset(std::uint64_t offset) noexcept {
@@ -113,8 +118,9 @@ unsigned DiskFile::OpenForReading(const std::wstring& path, Sharing sharing, Dis
 }
 
 unsigned DiskFile::CreateScratch(const std::wstring& path, DiskFile& file) {
+    std::wstring name;
     HANDLE handle =
-        CreateNew(NameBeside(LongPath(path)), FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE);
+        CreatePassing(LongPath(path), FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, name);
     if (handle == INVALID_HANDLE_VALUE) {
         return GetLastError();
     }
@@ -186,8 +192,8 @@ unsigned ReplacementFile::Create(const std::wstring& path) {
     Discard();
     in_place_ = false;
     path_ = LongPath(path);
-    std::wstring name = NameBeside(path_);
-    HANDLE handle = CreateNew(name, FILE_ATTRIBUTE_NORMAL);
+    std::wstring name;
+    HANDLE handle = CreatePassing(path_, FILE_ATTRIBUTE_NORMAL, name);
     if (handle == INVALID_HANDLE_VALUE) {
         return GetLastError();
     }
@@ -196,15 +202,17 @@ unsigned ReplacementFile::Create(const std::wstring& path) {
     return 0;
 }
 
-unsigned ReplacementFile::Commit() {
+unsigned ReplacementFile::Commit(Existing existing) {
     if (FlushFileBuffers(AsHandle(file_.Handle())) == 0) {
         return GetLastError();
     }
     file_.Close();
+    // Write-through: the call comes back when the folder's change is on the device.
+    const DWORD flags = existing == Existing::kReplace
+                            ? MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH
+                            : MOVEFILE_WRITE_THROUGH;
     for (int attempt = 1;; ++attempt) {
-        // Write-through: the call comes back when the folder's change is on the device.
-        if (MoveFileExW(temporary_path_.c_str(), path_.c_str(),
-                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0) {
+        if (MoveFileExW(temporary_path_.c_str(), path_.c_str(), flags) != 0) {
             in_place_ = true;
             temporary_path_.clear();
             return 0;

@@ -72,6 +72,8 @@ TEST_F(ZipExtract, FilesGoBelowTheTarget) {
     EXPECT_EQ(folder.Files(), (Files{"deep/er/dir/model.txt", "target/a.txt", "target/dir/b.txt"}));
     EXPECT_EQ(zip.GetName(1, ExtractNameFName(L"model")), L"dir\\model.txt");
     EXPECT_EQ(ExtractNameFName(L"model").ExtractName(L"data\\a.xml"), L"data\\model.xml");
+    // A folder keeps its name: an empty file "dir\model" would replace that of another entry.
+    EXPECT_EQ(ExtractNameFName(L"model").ExtractName(L"dir\\"), L"dir\\");
 }
 
 TEST_F(ZipExtract, HostileNamesAreRefusedBeforeAnythingIsWritten) {

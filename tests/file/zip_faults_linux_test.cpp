@@ -263,6 +263,22 @@ TEST(ZipFaults, RightsAndLinksOfTheArchiveAreKept) {
     EXPECT_EQ(Content(zip, L"a"), "1");
 }
 
+TEST(ZipFaults, LeftoversOfAKilledProcessAreNoObstacle) {
+    // A process in a container often has the number that the one before it had.
+    const ScratchFolder folder;
+    for (int k = 0; k < 500; ++k) {
+        folder.Write(".lmw-" + std::to_string(getpid()) + '-' + std::to_string(k) + ".tmp", "left");
+    }
+    Zip zip;
+    ASSERT_OK(zip.Open(folder / "p.lwz", CompactMode::Never));
+    EXPECT_OK(zip.Add(folder.Write("source", "1"), L"a"));
+    EXPECT_OK(zip.Flush());
+    EXPECT_OK(
+        zip.Extract({0}, lmw::test::WidePath(folder.Path()), sys::file::zip::ExtractNameSame()));
+    EXPECT_EQ(ReadFile(folder.Path() / "a"), "1");
+    EXPECT_EQ(folder.Files().size(), 503U);
+}
+
 TEST(ZipFaults, PipesAreNotWaitedFor) {
     const ScratchFolder folder;
     ASSERT_EQ(mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -323,23 +324,69 @@ TEST_F(ZipWrite, CancellingOrThrowingLeavesTheArchiveAndTheChanges) {
 }
 
 TEST_F(ZipWrite, ChangeByAnotherProgramIsNotOverwritten) {
-    Open();
-    EXPECT_OK(Add(L"mine", "1"));
     const std::string theirs = lmw::test::ArchiveData("plain");
-    folder.Write("other", theirs);
-    std::error_code failure;
-    std::filesystem::rename(folder.Path() / "other", folder.Path() / "p.lwz", failure);
-    if (failure) {
-        GTEST_SKIP() << "here nobody can replace an archive that is open";
+    for (const bool while_writing : {false, true}) {
+        SCOPED_TRACE(while_writing);
+        Open();
+        EXPECT_OK(Add(L"mine", "1"));
+        std::error_code failure;
+        const auto change = [&] {
+            folder.Write("other", theirs);
+            std::filesystem::rename(folder.Path() / "other", folder.Path() / "p.lwz", failure);
+        };
+        if (!while_writing) {
+            change();
+        }
+        const gtl::status result = zip.Flush([&](double part_done) {
+            if (while_writing && part_done == 0.0) {
+                change();
+            }
+            return true;
+        });
+        if (failure) {
+            GTEST_SKIP() << "here nobody can replace an archive that is open";
+        }
+        EXPECT_NE(result.as_wstring().find(L"changed it meanwhile"), std::wstring::npos);
+        EXPECT_TRUE(zip.Close().Failed());
+        EXPECT_TRUE(zip.IsOpen());
+        EXPECT_EQ(Content(zip, L"mine"), "1");
+        zip.Discard();
+        EXPECT_FALSE(zip.IsOpen());
+        EXPECT_EQ(ReadFile(folder.Path() / "p.lwz"), theirs);
     }
+}
+
+TEST_F(ZipWrite, ArchiveThatCannotBeOpenedAgainIsLeftAlone) {
+    Open();
+    EXPECT_OK(Add(L"a", "1"));
+    const gtl::status result = zip.Flush([&](double part_done) {
+        if (part_done == 1.0) {  // it is in its place already
+            std::filesystem::rename(folder.Path() / "p.lwz", folder.Path() / "moved");
+        }
+        return true;
+    });
+    EXPECT_EQ(result.MessageId(), 20524U);
+    std::filesystem::rename(folder.Path() / "moved", folder.Path() / "p.lwz");
+    EXPECT_EQ(zip.Count(), 0U);
+    EXPECT_TRUE(zip.Compact().Failed());
+    EXPECT_OK(zip.SetComment(L"8.1"));
     EXPECT_TRUE(zip.Flush().Failed());
-    EXPECT_TRUE(zip.Close().Failed());
-    EXPECT_TRUE(zip.IsOpen());
-    EXPECT_EQ(Content(zip, L"mine"), "1");
-    EXPECT_EQ(ReadFile(folder.Path() / "p.lwz"), theirs);
     zip.Discard();
-    EXPECT_FALSE(zip.IsOpen());
-    EXPECT_EQ(ReadFile(folder.Path() / "p.lwz"), theirs);
+    Open();
+    EXPECT_EQ(Content(zip, L"a"), "1");
+}
+
+TEST_F(ZipWrite, FilesOfAnyAgeAreAdded) {
+    Open();
+    for (const int years : {-100, 100}) {
+        const std::filesystem::path source(folder.Path() / "source");
+        folder.Write("source", "1");
+        std::filesystem::last_write_time(
+            source, std::filesystem::last_write_time(source) + std::chrono::hours(8766 * years));
+        EXPECT_OK(zip.Add(lmw::test::WidePath(source), std::to_wstring(years)));
+    }
+    ASSERT_OK(zip.Flush());
+    EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
 }
 
 TEST_F(ZipWrite, OpenRefusesReadOnlyFilesEvenForTheSuperuser) {

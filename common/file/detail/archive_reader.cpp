@@ -81,7 +81,7 @@ void ArchiveReader::Close() noexcept {
 }
 
 std::uint64_t ArchiveReader::Count() const {
-    return static_cast<std::uint64_t>(zip_get_num_entries(archive_.get(), 0));
+    return IsOpen() ? static_cast<std::uint64_t>(zip_get_num_entries(archive_.get(), 0)) : 0;
 }
 
 std::string ArchiveReader::Name(std::uint64_t index) const {

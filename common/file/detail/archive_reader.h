@@ -43,6 +43,7 @@ class ArchiveReader {
     void Close() noexcept;
     [[nodiscard]] bool IsOpen() const noexcept { return archive_ != nullptr; }
 
+    /// 0 while nothing is open.
     [[nodiscard]] std::uint64_t Count() const;
     /// The name as it is stored.
     [[nodiscard]] std::string Name(std::uint64_t index) const;

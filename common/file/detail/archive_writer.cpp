@@ -2,11 +2,11 @@
 
 #include "common/errors.h"
 #include "common/file/detail/archive_reader.h"
-#include "common/file/detail/zip_source.h"
 #include "common/system_error.h"
 
 #include <zip.h>
 
+#include <algorithm>
 #include <ctime>
 #include <exception>
 
@@ -14,7 +14,6 @@ namespace lmw::file::detail {
 
 namespace {
 
-using sys::file::FileInputStream;
 using sys::file::zip::Progress;
 
 // How often progress is told, as a part of the whole.
@@ -48,6 +47,14 @@ struct ProgressRelay {
     }
 };
 
+// The zip format counts from 1980 to 2107, and the conversion of the runtime beneath the library
+// gives nothing for a time before 1970, which a file may well bear.
+std::time_t EntryTime(std::int64_t modified) {
+    constexpr std::int64_t kFirst = 315'619'200;   // 1980-01-02, in every time zone after the start
+    constexpr std::int64_t kLast = 4'354'732'800;  // 2107-12-31, in every time zone before the end
+    return static_cast<std::time_t>(std::clamp(modified, kFirst, kLast));
+}
+
 // Puts one added or replaced entry into the archive; false where the library refuses.
 bool PutContent(zip_t* archive, const EntryPlan& plan, std::uint64_t index,
                 const SourceFailure& failure) {
@@ -75,8 +82,7 @@ bool PutContent(zip_t* archive, const EntryPlan& plan, std::uint64_t index,
     }
     const bool encrypted = plan.password != nullptr;
     return zip_set_file_compression(archive, index, ZIP_CM_DEFAULT, 0) == 0 &&
-           zip_file_set_mtime(archive, index, static_cast<std::time_t>(plan.content->modified),
-                              0) == 0 &&
+           zip_file_set_mtime(archive, index, EntryTime(plan.content->modified), 0) == 0 &&
            zip_file_set_encryption(archive, index, encrypted ? ZIP_EM_AES_256 : ZIP_EM_NONE,
                                    encrypted ? plan.password->Text() : nullptr) == 0;
 }
@@ -133,10 +139,6 @@ bool HasEntries(const ArchivePlan& plan) {
     return false;
 }
 
-void LetGo(void* old) {
-    static_cast<FileInputStream*>(old)->Close();
-}
-
 std::string EndRecord(const std::string& comment) {
     std::string record("PK\5\6", 4);
     record.append(16, '\0');  // no disks, no entries, no directory
@@ -149,45 +151,51 @@ gtl::status FailedToWrite(const std::wstring& path, unsigned code) {
     return LmwError::File::write(path, lmw::diag::impl::SysCodeAsString_(code));
 }
 
-}  // namespace
-
+// Writes an archive without entries, which the library would delete instead.
 gtl::status WriteEmptyArchive(const std::wstring& path, const std::string& comment,
-                              FileInputStream* old, bool& replaced) {
-    replaced = false;
+                              const BeforeCommit& before_commit, sys::Existing existing,
+                              bool& replaced) {
     sys::ReplacementFile file;
     const std::string record = EndRecord(comment);
     unsigned code = file.Create(path);
     if (code == 0) {
         code = file.File().WriteAt(0, record.data(), record.size());
     }
-    if (code != 0) {
-        return FailedToWrite(path, code);
+    if (code == 0) {
+        if (const std::wstring refusal = before_commit(); !refusal.empty()) {
+            return LmwError::File::write(path, refusal);
+        }
+        code = file.Commit(existing);
     }
-    if (old != nullptr) {
-        old->Close();
-    }
-    code = file.Commit();
     replaced = file.IsInPlace();
     return code == 0 ? gtl::status() : FailedToWrite(path, code);
 }
 
-gtl::status WriteArchive(const ArchivePlan& plan, FileInputStream& old, const Progress& progress,
+}  // namespace
+
+gtl::status MakeEmptyArchive(const std::wstring& path) {
+    bool made = false;
+    return WriteEmptyArchive(
+        path, {}, [] { return std::wstring(); }, sys::Existing::kKeep, made);
+}
+
+gtl::status WriteArchive(const ArchivePlan& plan, const sys::file::InputStream& old,
+                         const BeforeCommit& before_commit, const Progress& progress,
                          bool& replaced) {
-    if (!HasEntries(plan)) {
-        return WriteEmptyArchive(old.Name(), plan.comment, &old, replaced);
-    }
     replaced = false;
-    const std::wstring path = old.Name();
+    const std::wstring path = old->Name();
+    if (!HasEntries(plan)) {
+        return WriteEmptyArchive(path, plan.comment, before_commit, sys::Existing::kReplace,
+                                 replaced);
+    }
     const auto failure = std::make_shared<std::wstring>();
     Replacement replacement;
     replacement.path = path;
-    replacement.before_commit = &LetGo;
-    replacement.before_commit_data = &old;
+    replacement.before_commit = before_commit;
 
     zip_error_t error;
     zip_error_init(&error);
-    zip_source_t* const source =
-        MakeReplacingSource(sys::file::InputStream(&old), replacement, failure, &error);
+    zip_source_t* const source = MakeReplacingSource(old, replacement, failure, &error);
     Archive archive(source != nullptr ? zip_open_from_source(source, 0, &error) : nullptr);
     if (archive == nullptr) {
         zip_source_free(source);

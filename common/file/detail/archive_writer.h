@@ -3,8 +3,8 @@
 // The writing half of the archive: makes the new archive from the old one and the changes, durably.
 
 #include "common/file/detail/content_store.h"
-#include "common/file/detail/file_input_stream.h"
 #include "common/file/detail/secret.h"
+#include "common/file/detail/zip_source.h"
 #include "common/file/input_stream.h"
 #include "common/file/zip_options.h"
 #include "common/status.h"
@@ -33,15 +33,16 @@ struct ArchivePlan {
     bool comment_changed = false;
 };
 
-/// Writes the archive that `plan` asks for and puts it in the place of `old`, whose file it lets go
-/// of just before. `replaced` tells whether the new archive is in place: then only flushing its
-/// folder can have failed. Otherwise the old archive is untouched and no other file is left.
-gtl::status WriteArchive(const ArchivePlan& plan, sys::file::FileInputStream& old,
+/// Writes the archive that `plan` asks for and puts it in the place of the one that `old` reads.
+/// `replaced` tells whether the new archive is in place: then only flushing its folder can have
+/// failed. Otherwise the old archive is untouched and no other file is left.
+gtl::status WriteArchive(const ArchivePlan& plan, const sys::file::InputStream& old,
+                         const BeforeCommit& before_commit,
                          const sys::file::zip::Progress& progress, bool& replaced);
 
-/// Writes an archive without entries at `path`.
-gtl::status WriteEmptyArchive(const std::wstring& path, const std::string& comment,
-                              sys::file::FileInputStream* old, bool& replaced);
+/// Makes an archive without entries at `path`, where nothing is yet: what is there all the same
+/// stays.
+gtl::status MakeEmptyArchive(const std::wstring& path);
 
 /// The status of an operation that its progress function has cancelled.
 [[nodiscard]] gtl::status Cancelled();

@@ -8,10 +8,11 @@
 namespace lmw::file::detail {
 
 /// Overwrites a text so that the compiler cannot leave it out.
-inline void Wipe(std::string& text) noexcept {
-    volatile char* const bytes = text.data();
+template <class Character>
+void Wipe(std::basic_string<Character>& text) noexcept {
+    volatile Character* const characters = text.data();
     for (std::size_t k = 0; k < text.size(); ++k) {
-        bytes[k] = 0;
+        characters[k] = 0;
     }
     text.clear();
 }

@@ -5,6 +5,7 @@
 #include "common/file/detail/central_directory.h"
 #include "common/str/fill_template.h"
 #include "common/sys/text_encoding.h"
+#include "common/system_error.h"
 
 #include <algorithm>
 #include <array>
@@ -47,12 +48,13 @@ gtl::status ZipImpl::OpenFile(const std::wstring& path, zip::CompactMode::Type c
     compact_mode_ = compact_mode;
     const std::wstring real_path = ResolvedPath(path);
     if (KindOfPath(real_path) == PathKind::kNothing) {
-        bool replaced = false;
-        if (gtl::status result = detail::WriteEmptyArchive(real_path, {}, nullptr, replaced);
-            result.Failed()) {
+        // An archive that comes into being, or into sight, meanwhile stays and is opened.
+        if (gtl::status result = detail::MakeEmptyArchive(real_path);
+            result.Failed() && KindOfPath(real_path) == PathKind::kNothing) {
             return result;
         }
-    } else if (IsMarkedReadOnly(real_path)) {
+    }
+    if (IsMarkedReadOnly(real_path)) {
         return gtl::status(20537, path);
     }
     file_ = new FileInputStream(real_path, Sharing::kReaders);
@@ -70,6 +72,7 @@ gtl::status ZipImpl::OpenStream(const InputStream& stream) {
 }
 
 gtl::status ZipImpl::Load_() {
+    reader_.Close();
     plan_ = {};
     ids_by_name_.clear();
     changed_ = false;
@@ -232,7 +235,10 @@ gtl::status ZipImpl::SetComment(std::wstring_view text) {
 
 gtl::status ZipImpl::SetPassword(std::wstring_view password) {
     std::string narrow = Narrow(password);
-    if (Widen(narrow) != password || narrow.find('\0') != std::string::npos) {
+    std::wstring back = Widen(narrow);
+    const bool is_usable = back == password && narrow.find('\0') == std::string::npos;
+    detail::Wipe(back);
+    if (!is_usable) {
         detail::Wipe(narrow);
         return gtl::status(27578, ArchiveName());
     }
@@ -256,17 +262,43 @@ bool ZipImpl::HasGaps() const {
     return directory.Read(*stream_) && directory.HasGaps(*stream_);
 }
 
-gtl::status ZipImpl::Write(const zip::Progress& progress) {
-    FileInputStream now(file_->Name(), Sharing::kReaders);
+// What may stand at the path by now. The empty text: the archive that was read, or nothing.
+std::wstring ZipImpl::WhyNotToReplace_() const {
+    DiskFile now;
     FileState state;
-    if (now.State(state).Succeeded() && !(state == state_)) {
-        return LmwError::File::write(ArchiveName(), L"Another program has changed it meanwhile.");
+    unsigned code = DiskFile::OpenForReading(file_->Name(), Sharing::kEveryone, now);
+    if (code == 0) {
+        code = now.State(state);
     }
-    now.Close();
+    if (code != 0) {
+        return KindOfPath(file_->Name()) == PathKind::kNothing
+                   ? std::wstring()
+                   : lmw::diag::impl::SysCodeAsString_(code);
+    }
+    return state == state_ ? std::wstring() : L"Another program has changed it meanwhile.";
+}
+
+gtl::status ZipImpl::Write(const zip::Progress& progress) {
+    if (!reader_.IsOpen()) {  // it was written, but could not be opened again
+        return file_->OpenStatus().Failed()
+                   ? file_->OpenStatus()
+                   : LmwError::File::write(ArchiveName(), L"It must be opened again first.");
+    }
+    // Once more when the new archive is complete, which may take its time.
+    if (const std::wstring refusal = WhyNotToReplace_(); !refusal.empty()) {
+        return LmwError::File::write(ArchiveName(), refusal);
+    }
+    const auto let_go = [this] {
+        std::wstring refusal = WhyNotToReplace_();
+        if (refusal.empty()) {
+            file_->Close();
+        }
+        return refusal;
+    };
     bool replaced = false;
-    gtl::status result = detail::WriteArchive(plan_, *file_, progress, replaced);
+    gtl::status result = detail::WriteArchive(plan_, stream_, let_go, progress, replaced);
     if (!replaced) {
-        if (!file_->OpenStatus().Succeeded()) {
+        if (file_->OpenStatus().Failed()) {
             file_->Reopen();
         }
         return result;

@@ -6,6 +6,7 @@
 #include "common/file/detail/archive_reader.h"
 #include "common/file/detail/archive_writer.h"
 #include "common/file/detail/content_store.h"
+#include "common/file/detail/file_input_stream.h"
 #include "common/file/zip.h"
 
 #include <optional>
@@ -55,6 +56,7 @@ class ZipImpl {
 
  private:
     gtl::status Load_();
+    [[nodiscard]] std::wstring WhyNotToReplace_() const;
     gtl::status CheckName_(const std::string& name) const;
     [[nodiscard]] const lmw::file::detail::EntryPlan& Entry_(Id id) const {
         return plan_.entries[static_cast<std::size_t>(id)];

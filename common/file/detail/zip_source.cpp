@@ -120,8 +120,8 @@ class Source {
             return FailByCode_(ZIP_ER_WRITE, code);
         }
         writer_.reset();
-        if (replacement_->before_commit != nullptr) {
-            replacement_->before_commit(replacement_->before_commit_data);
+        if (const std::wstring refusal = replacement_->before_commit(); !refusal.empty()) {
+            return Fail_(ZIP_ER_RENAME, refusal);
         }
         if (const unsigned code = replacement_->file.Commit(); code != 0) {
             return FailByCode_(ZIP_ER_RENAME, code);

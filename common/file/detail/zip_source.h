@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -23,13 +24,15 @@ using SourceFailure = std::shared_ptr<std::wstring>;
 [[nodiscard]] zip_source_t* MakeReadingSource(const sys::file::InputStream& stream,
                                               SourceFailure failure, zip_error_t* error);
 
+/// Called just before a new archive takes its place: makes sure that the old one may be replaced
+/// and lets go of it. Returns why not, the empty text when all is well.
+using BeforeCommit = std::function<std::wstring()>;
+
 /// What becomes of the file a replacing source writes.
 struct Replacement {
     sys::ReplacementFile file;
     std::wstring path;
-    /// Called just before the new file takes its place, so that nobody here holds the old one open.
-    void (*before_commit)(void*) = nullptr;
-    void* before_commit_data = nullptr;
+    BeforeCommit before_commit;
 };
 
 /// A source that reads `stream` and writes a whole new file, which takes the place of
