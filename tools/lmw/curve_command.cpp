@@ -66,12 +66,6 @@ AxisRange RangeOf(const CurveOptions& options, const CsvTable& table,
     return range;
 }
 
-// A file's name without its folder and its type.
-std::string PlainName(const std::string& file) {
-    const std::u8string name = PathOf(file).stem().u8string();
-    return std::string(name.begin(), name.end());
-}
-
 std::string Picture(const CurveOptions& options, const CsvTable& table, const MeasuredCurve& curve,
                     const AxisRange& range, std::size_t x_column, std::size_t y_column) {
     const Scale scale = options.logarithmic ? Scale::kLogarithmic : Scale::kLinear;

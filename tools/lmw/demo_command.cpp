@@ -1,5 +1,5 @@
-// The worked example: measured soils and a rainfall series, read, interpolated, tabulated and
-// drawn.
+// The worked example: measured soils and a rainfall series, read, interpolated, fitted, tabulated
+// and drawn.
 
 #include "common/file/lwz_version.h"
 #include "common/file/zip.h"
@@ -9,6 +9,7 @@
 #include "tools/lmw/csv_table.h"
 #include "tools/lmw/curve_model.h"
 #include "tools/lmw/failure.h"
+#include "tools/lmw/fit_model.h"
 #include "tools/lmw/svg_chart.h"
 #include "tools/lmw/text.h"
 #include "tools/lmw/whole_files.h"
@@ -18,6 +19,7 @@
 #include <charconv>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -32,20 +34,24 @@ using math::fn::TailType;
 struct Soil {
     const char* name;
     const char* file;
+    std::optional<double> saturated;  // the water content at saturation, where it was measured
 };
 
-constexpr std::array<Soil, 3> kSoils = {{{"sand, Berlin", "retention-sand-berlin"},
-                                         {"loess, Rosdorf", "retention-loess-rosdorf"},
-                                         {"clay, Seelow", "retention-clay-seelow"}}};
+constexpr std::array<Soil, 3> kSoils = {{{"sand, Berlin", "retention-sand-berlin", 0.315},
+                                         {"loess, Rosdorf", "retention-loess-rosdorf", {}},
+                                         {"clay, Seelow", "retention-clay-seelow", 0.557}}};
 constexpr AxisRange kSuctions = {10.0, 20000.0};  // cm of water, on a logarithmic axis
+
+std::string RightAligned(const std::string& text, std::size_t width) {
+    return std::string(width - std::min(width, text.size()), ' ') + text;
+}
 
 // A number for people: so many decimals, right-aligned.
 std::string Column(double value, std::size_t width, int decimals) {
     std::array<char, 64> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                    std::chars_format::fixed, decimals);
-    const std::string text(buffer.data(), end.ptr);
-    return std::string(width - std::min(width, text.size()), ' ') + text;
+    return RightAligned({buffer.data(), end.ptr}, width);
 }
 
 std::string Padded(std::string_view text, std::size_t width) {
@@ -64,6 +70,7 @@ class Demonstration {
     void Run(std::ostream& out) {
         report_ = "Loamworks Core " LMW_VERSION_STRING "\n";
         Retention_();
+        Fits_();
         Conductivity_();
         Precipitation_();
         MakeFolder(folder_);
@@ -160,6 +167,90 @@ class Demonstration {
         }
         all.AddNote("Rings are measured, lines are splines of tension 50.");
         Keep_("retention.svg", all.Text());
+    }
+
+    // The closed-form curve through the same points. The parameters are written with six digits,
+    // and the tabulated curve is that of the parameters as written: a reader can repeat it, and it
+    // is the same on every platform.
+    void Fits_() {
+        constexpr AxisRange kAllSuctions = {1.0, 1e7};  // cm; the curves end in 0 at 1.02e7
+        const SuctionUnit& unit =
+            *std::find_if(SuctionUnits().begin(), SuctionUnits().end(),
+                          [](const SuctionUnit& each) { return each.word == "cm"; });
+        const double kilopascals = unit.units.pressure / 1000.0;
+        SvgChart all("Fredlund-Xing curves of three soils",
+                     {"suction (cm of water)", Scale::kLogarithmic}, {"water content (cm³/cm³)"});
+        CsvText parameters;
+        CsvText curves;
+        curves.Cell("suction (cm)");
+        parameters.Cell("soil").Cell("saturated").Cell("a (kPa)").Cell("n").Cell("m");
+        parameters.Cell("root mean square").EndRow();
+        report_ +=
+            "\nFredlund-Xing curves through the same points, by least squares\n\n"
+            "  soil            saturated     a (kPa)           n           m    root mean square\n";
+        std::vector<math::fn::flow::FredXing> written;
+        for (std::size_t i = 0; i < kSoils.size(); ++i) {
+            const Soil& soil = kSoils[i];
+            const CsvTable table = Table_(soil.file);
+            const RetentionFit fit(ReadRetention(table, 0, 1, XMeaning::kSuction), unit,
+                                   soil.saturated);
+            const math::fn::flow::FredXingFit& result = fit.Result();
+            report_ += "  " + Padded(soil.name, 16) + Column(fit.SaturatedWaterContent(), 9, 3);
+            parameters.Cell(soil.name).Cell(fit.SaturatedWaterContent());
+            std::vector<double> rounded;
+            for (const double value :
+                 {result.a * kilopascals, result.n, result.m, result.root_mean_square}) {
+                const std::string text = SixDigits(value);
+                if (!ReadFinite(text, rounded.emplace_back())) {
+                    throw table.About("the fit gives no numbers");
+                }
+                report_ += RightAligned(text, rounded.size() < 4 ? 12 : 20);
+                parameters.Cell(text);
+            }
+            report_ += "\n";
+            parameters.EndRow();
+            curves.Cell(soil.name);
+            written.emplace_back(rounded[0] / kilopascals, rounded[1], rounded[2],
+                                 fit.SaturatedWaterContent(), fit.Limit());
+            Keep_(soil.file + std::string("-fit.svg"), FitPicture_(soil, table, fit));
+            AddFitTo_(all, fit, kAllSuctions, soil.name, i, "", i);
+        }
+        all.AddNote("Rings are measured, lines are fitted; saturated water contents are held.");
+        Keep_("retention-fits.svg", all.Text());
+        Keep_("retention-fit-parameters.csv", parameters.Text());
+        curves.EndRow();
+        for (const double suction : SpacedPlaces(Scale::kLogarithmic, kAllSuctions, 71)) {
+            curves.Cell(suction);
+            for (const math::fn::flow::FredXing& curve : written) {
+                curves.Cell(curve(-suction));
+            }
+            curves.EndRow();
+        }
+        Keep_("retention-fits.csv", curves.Text());
+    }
+
+    [[nodiscard]] static std::string FitPicture_(const Soil& soil, const CsvTable& table,
+                                                 const RetentionFit& fit) {
+        SvgChart chart(std::string("Fredlund-Xing curve of ") + soil.name,
+                       {"suction (cm of water)", Scale::kLogarithmic}, {"water content (cm³/cm³)"});
+        AddFitTo_(chart, fit, fit.Suctions(), "fitted", 0, "measured", 1);
+        for (const std::string& comment : table.Comments()) {
+            chart.AddNote(comment);
+        }
+        return chart.Text();
+    }
+
+    static void AddFitTo_(SvgChart& chart, const RetentionFit& fit, const AxisRange& suctions,
+                          const std::string& label, std::size_t color,
+                          const std::string& marks_label, std::size_t marks_color) {
+        Series line = fit.Line(suctions);
+        line.label = label;
+        line.color = color;
+        chart.Add(std::move(line));
+        Series marks = fit.Marks();
+        marks.label = marks_label;
+        marks.color = marks_color;
+        chart.Add(std::move(marks));
     }
 
     // Conductivity over suction, on two logarithmic axes.

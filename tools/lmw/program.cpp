@@ -87,6 +87,7 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     AddArchive(program, out);
     AddCurve(program, out);
     AddDemo(program, out);
+    AddFit(program, out);
     AddParams(program, out);
     AddDiag(program, out);
     AddSample(program, out);

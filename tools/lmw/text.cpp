@@ -109,6 +109,11 @@ std::filesystem::path PathOf(std::string_view text) {
     return std::filesystem::path(std::u8string(text.begin(), text.end()));
 }
 
+std::string PlainName(std::string_view file) {
+    const std::u8string name = PathOf(file).stem().u8string();
+    return {name.begin(), name.end()};
+}
+
 std::string Joined(std::initializer_list<std::string_view> parts) {
     std::size_t size = 0;
     for (const std::string_view part : parts) {

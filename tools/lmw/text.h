@@ -25,6 +25,9 @@ void AppendUtf8(std::string& text, char32_t code_point);
 /// The path that UTF-8 text names. Where paths are bytes, the bytes stay as they are.
 [[nodiscard]] std::filesystem::path PathOf(std::string_view text);
 
+/// A file's name without its folder and its type.
+[[nodiscard]] std::string PlainName(std::string_view file);
+
 /// The parts one after the other.
 [[nodiscard]] std::string Joined(std::initializer_list<std::string_view> parts);
 
