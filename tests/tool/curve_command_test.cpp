@@ -317,8 +317,15 @@ TEST(DemoCommand, ReportsTheMeasuredSeriesAndWritesTablesAndPictures) {
           "2015          1139.2", "0.0250", "0.0090", "0.5420", "0.4140"}) {
         EXPECT_THAT(result.out, HasSubstr(fact));
     }
-    for (const char* const file : {"retention.svg", "conductivity.svg", "precipitation.svg",
-                                   "precipitation-sums.svg", "retention-clay-seelow.svg"}) {
+    // Fits of the same points worked out with 40 digits in another language.
+    EXPECT_EQ(folder.Read("deep/er/retention-fit-parameters.csv"),
+              "soil,saturated,a (kPa),n,m,root mean square\n"
+              "\"sand, Berlin\",0.315,2.28085,5.53094,0.959172,0.000558609\n"
+              "\"loess, Rosdorf\",0.38,23.7753,0.827871,0.548776,0.00226041\n"
+              "\"clay, Seelow\",0.557,102.102,0.9197,0.231755,0.00278714\n");
+    for (const char* const file :
+         {"retention.svg", "conductivity.svg", "precipitation.svg", "precipitation-sums.svg",
+          "retention-clay-seelow.svg", "retention-fits.svg", "retention-sand-berlin-fit.svg"}) {
         EXPECT_THAT(folder.Read(std::string("deep/er/") + file).value_or(""), HasSubstr("</svg>"))
             << file;
     }
