@@ -12,6 +12,8 @@ constexpr double kStandardLimitPascals = 1e9;
 
 constexpr double kResidualFraction = 0.003;
 
+constexpr double kLogOfLargest = 709.0;  // exp of it is within the range of a double
+
 }  // namespace
 
 double FredXing::operator()(const double& pressure) const noexcept {
@@ -27,10 +29,11 @@ double FredXing::operator()(const double& pressure) const noexcept {
     const double residual = kResidualFraction * limit_;
     const double correction =
         1.0 - std::log(1.0 + suction / residual) / std::log(1.0 + limit_ / residual);
-    const double power = std::pow(suction / a_, n_);
-    // Where the power leaves the range of a double, e is nothing beside it.
-    const double logarithm =
-        std::isinf(power) ? n_ * std::log(suction / a_) : std::log(std::numbers::e + power);
+    // Where the power would leave the range of a double, which could trap, e is nothing beside it.
+    const double log_power = n_ * std::log(suction / a_);
+    const double logarithm = log_power > kLogOfLargest
+                                 ? log_power
+                                 : std::log(std::numbers::e + std::pow(suction / a_, n_));
     return theta_s_ * correction * std::pow(1.0 / logarithm, m_);
 }
 

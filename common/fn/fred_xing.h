@@ -49,7 +49,8 @@ class LMW_API FredXing {
         : a_(a), n_(n), m_(m), theta_s_(thetaS), limit_(limit) {}
 
     /// The water content at a pore-water pressure in the unit of `a`; negative pressures are
-    /// suctions. Allocates nothing and throws nothing; costs two powers and three logarithms.
+    /// suctions. Allocates nothing and throws nothing, and raises no overflow where the result is
+    /// finite; costs two powers and four logarithms.
     [[nodiscard]] double operator()(const double& pressure) const noexcept;
 
     [[nodiscard]] double A() const noexcept { return a_; }

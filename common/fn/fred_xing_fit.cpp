@@ -26,6 +26,7 @@ constexpr double kSmallestDamping = 1e-12;
 constexpr double kLargestDamping = 1e12;       // the step is then lost in rounding
 constexpr double kConvergedReduction = 1e-12;  // of the sum of squares, relative
 constexpr int kConvergedSteps = 2;             // in succession with no larger reduction
+constexpr double kLogOfLargest = 700.0;        // exp of it is far within the range of a double
 
 // One measured point, with what does not depend on the parameters.
 struct Sample {
@@ -79,7 +80,8 @@ class Model {
             const double log_l = std::log(l);
             const double theta = sample.scale * std::exp(-m * log_l);
             const double residual = theta - sample.measured;
-            const double w = 1.0 / ((std::numbers::e * std::exp(-log_z) + 1.0) * l);
+            const double z = std::exp(std::min(log_z, kLogOfLargest));
+            const double w = z / ((std::numbers::e + z) * l);
             const double factor = theta * m;
             const Vector3 row(factor * n * w, w > 0.0 ? -factor * w * log_z : 0.0, -factor * log_l);
             at.sum += residual * residual;
@@ -92,7 +94,6 @@ class Model {
  private:
     // ln(e + z) of ln z, also where z is beyond the range of a double.
     static double LogOfEPlus(double log_z) {
-        constexpr double kLogOfLargest = 700.0;
         return log_z > kLogOfLargest ? log_z : std::log(std::numbers::e + std::exp(log_z));
     }
 

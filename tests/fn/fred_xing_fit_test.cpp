@@ -1,4 +1,5 @@
 #include "common/fn/fred_xing.h"
+#include "common/math/fpu.h"
 
 #include "tests/support/property_random.h"
 #include "tests/support/shared_data.h"
@@ -239,10 +240,17 @@ TEST(FredXingFit, DataThatDoNotDetermineAParameterEndAtABound) {
     const auto points = FromHeads(
         {0, 10, 20, 30, 40, 60, 90, 180, 405, 810, 1630},
         {0.4477, 0.384, 0.383, 0.3803, 0.3749, 0.3693, 0.3613, 0.347, 0.3283, 0.3109, 0.2969});
+    // A step between two points, however steep.
+    const auto step = FromHeads({0.01, 10, 99, 101, 1000, 1e6}, {0.4, 0.4, 0.4, 0.1, 0.09, 0.05});
+    math::fpu::Exception::On(math::fpu::Exception::DefaultExceptionMask());  // nothing traps
     const FredXingFit fit = FredXing::Fit(0.4477, points, UnitSet::KiloPascal(), kNoStart);
+    const FredXingFit steep = FredXing::Fit(0.4, step, UnitSet::KiloPascal(), kNoStart);
+    math::fpu::Exception::Off();
     EXPECT_EQ(fit.code, FredXingFit::kAtBound);
     EXPECT_DOUBLE_EQ(fit.a, 1e5);
     EXPECT_EQ(fit.covariance[0], kUndefined);
+    EXPECT_EQ(steep.code, FredXingFit::kAtBound);
+    EXPECT_DOUBLE_EQ(steep.n, 100.0);
 }
 
 // Reference fits of measured drying curves, computed with other software by a multi-start search.

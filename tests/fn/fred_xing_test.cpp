@@ -1,5 +1,7 @@
 #include "common/fn/fred_xing.h"
 
+#include "common/math/fpu.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -77,11 +79,15 @@ TEST(FredXing, ValidityNeedsPositiveParameters) {
     EXPECT_FALSE(FredXing(10.0, 2.0, 0.7, 0.0, 1e6).IsValid());
 }
 
-TEST(FredXing, StaysFiniteWhereThePowerOverflows) {
+TEST(FredXing, StaysFiniteAndDoesNotTrapWhereThePowerOverflows) {
     const FredXing steep(1.0, 100.0, 1.0, 0.4, 1e6);
     const double before = steep(-1e3);  // 1e300
     const double behind = steep(-2e3);  // 2e330
     EXPECT_GT(before, behind);
+    math::fpu::Exception::On(math::fpu::Exception::DefaultExceptionMask());
+    const double trapping = steep(-2e3);
+    math::fpu::Exception::Off();
+    EXPECT_EQ(trapping, behind);
     EXPECT_NEAR(behind,
                 0.4 * (1.0 - std::log(1.0 + 2e3 / 3e3) / std::log(1.0 + 1e6 / 3e3)) /
                     (100.0 * std::log(2e3)),
