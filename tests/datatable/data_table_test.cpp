@@ -96,49 +96,27 @@ TEST(DataTable, WhatIsNotStoredIsAbsentNotAnError) {
     EXPECT_FALSE(table.SetValue(1, P::Porosity, 0.3));
     EXPECT_EQ(table.Value(1, DataParamType{100000}), kUndefined);
     EXPECT_EQ(table.GetAs<std::string>(1, P::Porosity), "");
-}
-
-TEST(DataTable, WithoutRowsOrColumnsEveryPositionIs0) {
-    const DataTable no_rows = Made({P::Time, P::Porosity}, 0);
-    const DataTable no_columns = Made({}, 5);
-    for (const DataTable* table : {&no_rows, &no_columns}) {
-        EXPECT_EQ(table->Position(3, 2), 0U);
-        EXPECT_TRUE(table->Row(1).empty());
-        EXPECT_TRUE(table->Column(P::Time).empty());
+    for (const auto& [params, rows] :
+         {std::pair{DataParamList{P::Time, P::Porosity}, 0U}, {DataParamList{}, 5U}}) {
+        const DataTable empty = Made(params, rows);
+        EXPECT_EQ(empty.Position(3, 2), 0U);
+        EXPECT_TRUE(empty.Row(1).empty());
+        EXPECT_TRUE(empty.Column(P::Time).empty());
     }
 }
 
-TEST(DataTable, RowsAddedAfterShrinkingAreMissing) {
-    const auto recorder = std::make_shared<Recorder>();
-    DataTable table = Made({P::Time, P::Porosity}, 3);
-    table.SetCalculators(recorder);
-    for (GID row = 1; row <= 3; ++row) {
-        table.SetValue(row, P::Porosity, row);
-    }
-    ASSERT_TRUE(table.ResizeRows(1).Succeeded());
-    EXPECT_EQ(recorder->rows, 1U);  // told after the change
-    ASSERT_TRUE(table.ResizeRows(4).Succeeded());
-    EXPECT_EQ(recorder->rows, 4U);
-    EXPECT_EQ(recorder->calls, 2);
-    EXPECT_EQ(Values(table.Column(P::Porosity)),
-              (std::vector<double>{1, kUndefined, kUndefined, kUndefined}));
-    EXPECT_EQ(table.ColumnCount(), 2U);
-}
-
-TEST(DataTable, HasParamAsksTheEvaluatorButNeverForNull) {
-    DataTable table = Made({P::TotalHead}, 1);
+// By design: the null parameter is never there, even if the evaluator offers it.
+TEST(DataTable, TheEvaluatorSuppliesWhatIsNotStoredButNeverNull) {
+    DataTable table = Made({P::TotalHead}, 2);
     EXPECT_FALSE(table.HasParam(P::PorePressure));
     table.SetEvaluator(std::make_shared<HeadEvaluator>());
-    EXPECT_TRUE(table.HasParam(P::TotalHead));
-    EXPECT_TRUE(table.HasParam(P::PorePressure));
-    EXPECT_FALSE(table.HasParam(P::Porosity));
-    EXPECT_FALSE(table.HasParam(P::Null));
-    EXPECT_FALSE(table.HasParam(DataParamType{745}));
-}
-
-TEST(DataTable, AValueIsSuppliedWhereItIsNotStored) {
-    DataTable table = Made({P::TotalHead}, 2);
-    table.SetEvaluator(std::make_shared<HeadEvaluator>());
+    for (const auto& [param, there] : {std::pair{P::TotalHead, true},
+                                       {P::PorePressure, true},
+                                       {P::Porosity, false},
+                                       {P::Null, false},
+                                       {DataParamType{745}, false}}) {
+        EXPECT_EQ(table.HasParam(param), there) << dataparamtype::IndexOf(param);
+    }
     table.SetValue(1, P::TotalHead, 2.0);
     EXPECT_EQ(table.ValueOrSupplied(1, P::PorePressure), 9.81 * 2.0);
     EXPECT_EQ(table.ValueOrSupplied(2, P::PorePressure), kUndefined);
@@ -175,6 +153,44 @@ TEST(DataTable, EqualsComparesListShapeAndBits) {
     EXPECT_TRUE(with_others.Equals(filled(1.0)));
 }
 
+TEST(DataTable, EachChangeAsAWholeIsToldOnceWhenItIsDone) {
+    struct Change {
+        const char* name;
+        void (*make)(DataTable&);
+        DataTable expected;
+    };
+    Change changes[] = {
+        {"more rows", [](DataTable& t) { t.ResizeRows(3).Ignore(); }, Made({P::Time}, 3)},
+        {"fewer rows", [](DataTable& t) { t.ResizeRows(1).Ignore(); }, Made({P::Time}, 1)},
+        {"again more", [](DataTable& t) { t.ResizeRows(2).Ignore(); }, Made({P::Time}, 2)},
+        {"no values", [](DataTable& t) { t.Invalidate(); }, Made({P::Time}, 2)},
+        {"other columns", [](DataTable& t) { t.Init({P::Porosity}, 5).Ignore(); },
+         Made({P::Porosity}, 5)},
+        {"nothing", [](DataTable& t) { t.Clear(); }, DataTable()},
+    };
+    changes[0].expected.SetValue(1, P::Time, 5.0);  // kept; the row cut off and added is missing
+    changes[0].expected.SetValue(2, P::Time, 6.0);
+    changes[1].expected.SetValue(1, P::Time, 5.0);
+    changes[2].expected.SetValue(1, P::Time, 5.0);
+    const auto recorder = std::make_shared<Recorder>();
+    DataTable table = Made({P::Time}, 2);
+    table.WriteColumn(P::Time, std::vector<double>{5.0, 6.0});
+    table.SetSubject(4);
+    table.SetCalculators(recorder);
+    table.SetEvaluator(std::make_shared<HeadEvaluator>());
+    int calls = 0;
+    for (const Change& change : changes) {
+        SCOPED_TRACE(change.name);
+        change.make(table);
+        EXPECT_TRUE(table.Equals(change.expected));
+        EXPECT_EQ(recorder->calls, ++calls);
+        EXPECT_EQ(recorder->rows, change.expected.RowCount());
+        EXPECT_EQ(recorder->columns, change.expected.ColumnCount());
+    }
+    EXPECT_TRUE(table.IsMissing()) << "no subject and no evaluator after Clear";
+    EXPECT_EQ(table.Calculators(), nullptr);
+}
+
 TEST(DataTable, AssignCopiesTheDataAndKeepsTheCollaborators) {
     DataTable source = Made({P::Time}, 2);
     source.SetValue(2, P::Time, 5.0);
@@ -193,16 +209,6 @@ TEST(DataTable, AssignCopiesTheDataAndKeepsTheCollaborators) {
     EXPECT_EQ(recorder->columns, 1U);
     ASSERT_TRUE(target.Assign(target).Succeeded());
     EXPECT_TRUE(target.Equals(source));
-}
-
-TEST(DataTable, InvalidateKeepsTheShape) {
-    const auto recorder = std::make_shared<Recorder>();
-    DataTable table = Made({P::Time}, 2);
-    table.SetCalculators(recorder);
-    table.SetValue(1, P::Time, 5.0);
-    table.Invalidate();
-    EXPECT_TRUE(table.Equals(Made({P::Time}, 2)));
-    EXPECT_EQ(recorder->calls, 1);
 }
 
 TEST(DataTable, SwapAndMoveTakeEverythingAndTellNobody) {
@@ -233,19 +239,6 @@ TEST(DataTable, IsMissingOnlyWhenThereIsNothing) {
     EXPECT_FALSE(table.IsMissing());
     EXPECT_FALSE(Made({P::Time}, 0).IsMissing());
     EXPECT_TRUE(Made({}, 3).IsMissing());
-}
-
-TEST(DataTable, ClearTellsTheCalculatorsItLetsGo) {
-    const auto recorder = std::make_shared<Recorder>();
-    DataTable table = Made({P::Time}, 2);
-    table.SetCalculators(recorder);
-    table.SetEvaluator(std::make_shared<HeadEvaluator>());
-    table.SetSubject(4);
-    table.Clear();
-    EXPECT_TRUE(table.IsMissing());
-    EXPECT_EQ(table.Calculators(), nullptr);
-    EXPECT_EQ(recorder->calls, 1);
-    EXPECT_EQ(recorder->rows, 0U);
 }
 
 TEST(DataTable, BulkReadsAndWritesGoAsFarAsBothSides) {
