@@ -10,6 +10,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <unordered_set>
 
@@ -21,12 +22,15 @@ using detail::PairKey;
 using detail::PairKind;
 using detail::PairPoints;
 
-/// Below this the scan is cheaper than building any structure.
-constexpr std::size_t kSweepThreshold = 25;
-/// Up to here testing the boxes of all pairs is cheaper than building the grid.
-constexpr std::size_t kAllBoxesThreshold = 80;
+/// Below this comparing the boxes of all pairs is cheaper than building the grid. The scan that
+/// does so is also what fewer than 25 segments get, where it is cheaper than any structure.
+constexpr std::size_t kGridThreshold = 80;
 
 std::atomic<SweepDemand> sweep_demand{SweepDemand::kOff};
+
+/// A placeholder's box.
+constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr detail::WideBox kMeetsNothing{kNotANumber, kNotANumber, kNotANumber, kNotANumber};
 
 bool IsPlaceholder(const Line2D& line) noexcept {
     return !line.first.IsValid() && !line.second.IsValid();
@@ -100,15 +104,18 @@ class Engine {
           snapper_(std::move(snapper)) {
         boxes_.reserve(lines.size());
         for (const Line2D& line : lines) {
-            boxes_.push_back(detail::WideBoxOf(line.first, line.second, precision.halfEpsilon[0],
-                                               precision.halfEpsilon[1]));
+            // Under an unset tolerance even a placeholder's own box would meet every other one.
+            boxes_.push_back(IsPlaceholder(line) ? kMeetsNothing
+                                                 : detail::WideBoxOf(line.first, line.second,
+                                                                     precision.halfEpsilon[0],
+                                                                     precision.halfEpsilon[1]));
         }
     }
 
     void Run(SweepLineImplForced::Type forced) {
         const bool sweep =
             forced == SweepLineImplForced::kSweep || GetSweepDemand() == SweepDemand::kOn;
-        if (!sweep && lines_.size() < std::max(kSweepThreshold, kAllBoxesThreshold)) {
+        if (!sweep && lines_.size() < kGridThreshold) {
             Scan();
             return;
         }
@@ -126,9 +133,6 @@ class Engine {
     void Scan() {
         const auto count = static_cast<std::uint32_t>(lines_.size());
         for (std::uint32_t i = 0; i < count; ++i) {
-            if (IsPlaceholder(lines_[i])) {
-                continue;
-            }
             for (std::uint32_t j = i + 1; j < count; ++j) {
                 if (detail::BoxesMeet(boxes_[i], boxes_[j])) {
                     Test(i, j);

@@ -41,14 +41,14 @@ struct SweepLineImplForced {
 // 3. A placeholder (all four coordinates the undefined value) never gives an event, and an input
 //    without meetings leaves the output as it is.
 // 4. A point is reported once per pair. An overlap gives two events, its two ends, but the second
-// is
-//    dropped when it is an end of both segments (except by LineIntersectionEvents2D, which keeps
+//    is dropped when it is an end of both segments (except by LineIntersectionEvents2D, which keeps
 //    it).
 //
 // Method: fewer than 25 segments are scanned, because that is cheaper than any structure. From 25
-// on a grid finds the pairs that can meet; where its work would not stay within a constant times
-// segments plus meetings, and always when forced, the plane sweep does, in O((n + k) log n). Any
-// number of threads may ask at once.
+// on the pairs that can meet are found first: by comparing all boxes up to 80 segments, beyond by a
+// grid; where the grid's work would not stay within a constant times segments plus meetings, and
+// always when forced, the plane sweep finds them, in O((n + k) log n). Any number of threads may
+// ask at once.
 
 /// Every pair for which LineIntersection2D answers 1 or 2.
 LMW_API void LineIntersectionEvents2D(

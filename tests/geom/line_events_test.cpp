@@ -219,6 +219,10 @@ TEST(LineEvents, AreAppendedAndPlaceholdersGiveNone) {  // property 3
     Geom::LineIntersectionEvents2D(events, crossing, precision);
     ASSERT_EQ(2U, events.size());
     EXPECT_EQ(&crossing[2], events[1].second);
+    // Under an unset tolerance, where everything is equal, as well.
+    events.clear();
+    Geom::LineIntersectionEvents2D(events, Lines{{{0, 0}, {1, 1}}, {}, {}}, Precision3D());
+    EXPECT_TRUE(events.empty());
 }
 
 TEST(LineEvents, AnOverlapsFarEndIsDroppedWhenItEndsBoth) {  // property 4
