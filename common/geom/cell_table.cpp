@@ -67,7 +67,6 @@ void CellTable::Initialize(const Extents2D& extents, unsigned nX, unsigned nY, u
 }
 
 // ---- indices of coordinates
-// ----------------------------------------------------------------------
 
 CellTable::RangeIdx CellTable::IndexOf(const Axis& axis, unsigned count, double v,
                                        double tolerance) noexcept {
@@ -149,7 +148,6 @@ unsigned CellTable::CellIdx(const Point2D& point) const noexcept {
 }
 
 // ---- marking
-// -------------------------------------------------------------------------------------
 
 void CellTable::Assign(unsigned ix, unsigned iy, const unsigned& item) {
     if (ix < columns_ && iy < rows_) {
@@ -241,7 +239,6 @@ void CellTable::MarkInside(const Line2D& line, unsigned item) {
 }
 
 // ---- finding
-// -------------------------------------------------------------------------------------
 
 void CellTable::Collect(std::vector<unsigned>& items, const std::vector<unsigned>& indices) const {
     items.clear();

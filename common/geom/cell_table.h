@@ -38,8 +38,7 @@ class LMW_API Cell {
 /// from y min. Default: no cells, every question answers "none".
 ///
 /// 1. Assign marks every cell that a segment passes through: both cells across each border it
-/// meets, and
-///    all cells around a corner.
+///    meets, and all cells around a corner.
 /// 2. A segment wholly inside one cell is marked in that one only.
 /// 3. A coordinate within the half-epsilon of a border has both neighbouring columns or rows; one
 ///    beyond the area within the half-epsilon has the outermost.

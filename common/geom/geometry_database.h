@@ -23,10 +23,10 @@ namespace Geom {
 /// 0 means none.
 ///
 /// 1. A point inserted is equal, within tolerance, to the point stored under the identifier it
-/// gets,
-///    and of all stored points equal to it that one was stored first.
+///    gets, and of all stored points equal to it that one was stored first.
 /// 2. A stored point never changes and never disappears; two stored points may be equal to a third.
-/// 3. Find answers what the insertion of the same point answered, whatever was inserted since.
+/// 3. Find answers what the insertion of the same point answered, whatever was inserted since. (A
+///    point with a NaN coordinate equals nothing, not even itself, and is never found.)
 /// 4. A line is an unordered pair of point identifiers: both directions are one line.
 /// 5. The invalid point is refused, and so is a line with an invalid end: identifier 0.
 ///

@@ -50,8 +50,7 @@ using PointConstraints = std::vector<PointConstraint>;
 ///
 /// 1. Every constraint's point is in the output, bit for bit, in order.
 /// 2. Walking an interval the other way gives the same points bit for bit: it is always divided
-/// from
-///    the end that comes first in tolerant order.
+///    from the end that comes first in tolerant order.
 [[nodiscard]] LMW_API bool LineDiscretize2D(std::vector<Point2D>& out,
                                             const PointConstraints& constraints, unsigned divisions,
                                             const Precision3D& precision);

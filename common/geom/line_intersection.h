@@ -21,11 +21,10 @@ namespace Geom {
 /// 1. Whatever is reported lies on both segments within tolerance, and within the rounding of the
 ///    coordinates. The sweep's completeness rests on this.
 /// 2. Collinear segments that share one end and point apart give code 1 at that end; overlapping
-/// ones
-///    code 2 with ends of the overlap.
+///    ones code 2 with ends of the overlap.
 /// 3. By design: a segment of zero length inside another gives code 2 with p0 = p1, because it
-/// touches
-///    with its interior slot and its list. Callers tell such a segment from a crossing by the code.
+///    touches with its interior slot and its list. Callers tell such a segment from a crossing by
+///    the code.
 /// 4. By design: an interior touch beside a second touch is code 2 only for collinear segments; for
 ///    others the crossing decides between 1 and 0. Reporting the touches instead would turn shallow
 ///    crossings into overlaps.

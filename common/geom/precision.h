@@ -22,8 +22,7 @@ namespace Geom {
 /// per-axis box, not a radius; equality at the bound counts as equal.
 ///
 /// 1. A default record is unset: decimals 2147483647, epsilon and halfEpsilon the largest double,
-/// so
-///    that every two finite points are equal. Build a real one before use.
+///    so that every two finite points are equal. Build a real one before use.
 /// 2. Made from decimals, epsilon is the double nearest to 10^-decimals on every platform, and
 ///    halfEpsilon exactly half of it.
 /// 3. ScaleEpsilon keeps the new epsilon as computed, not snapped to a power of ten.
@@ -82,7 +81,6 @@ class LMW_API RoundCache {
 LMW_API void RoundClean(Point2D& point, const RoundCache& cache) noexcept;
 
 // ---- equality and order
-// --------------------------------------------------------------------------
 
 namespace detail {
 

@@ -57,7 +57,6 @@ void QuadTree2D::Clear() {
 }
 
 // ---- insertion
-// -----------------------------------------------------------------------------------
 
 void QuadTree2D::Insert(unsigned id, gtl::iterator_range<const Point2D*> points) {
     const auto begin = static_cast<std::uint32_t>(pool_.size());
@@ -186,7 +185,6 @@ void QuadTree2D::Distribute(std::uint32_t node, const Extents2D& box, std::size_
 }
 
 // ---- queries
-// -------------------------------------------------------------------------------------
 
 gtl::iterator_range<const std::uint32_t*> QuadTree2D::ItemsOf(const Node& node) const noexcept {
     if (node.count > kLeafItems) {
@@ -328,7 +326,6 @@ unsigned QuadTree2D::Nearest(const Point2D& point) const noexcept {
 }
 
 // ---- looking inside
-// ------------------------------------------------------------------------------
 
 void QuadTree2D::CollectLeafBoxes(std::uint32_t node, const Extents2D& box,
                                   std::vector<Extents2D>& boxes) const {

@@ -29,7 +29,6 @@ void ExpectPoint(const Point2D& expected, const Point2D& actual) {
 }
 
 // ---- precision
-// -----------------------------------------------------------------------------------
 
 TEST(Precision, UnsetRecordMakesEveryFinitePointEqual) {  // Precision3D 1
     const Precision3D unset;
@@ -152,7 +151,6 @@ TEST(Equality, TolerantOrderComparesYOnlyWithinTheToleranceOfX) {
 }
 
 // ---- one segment
-// ---------------------------------------------------------------------------------
 
 TEST(LineGet, OrdersTheEndsAndSwapsEqualOnes) {
     ExpectPoint({0, 0}, LineGet2D({1, 0}, {0, 0}, kPrecision).first);
@@ -201,7 +199,6 @@ TEST(LineGetY, GivesTheHeightTheRangeOrNothing) {
 }
 
 // ---- two segments
-// --------------------------------------------------------------------------------
 
 struct PairRow {
     const char* name;
@@ -335,7 +332,6 @@ TEST(PairTest, InfiniteLinesCrossUnlessParallel) {
 }
 
 // ---- circles, turns, boxes, polygons
-// -------------------------------------------------------------
 
 TEST(Circle, MeetsALineInTwoOneOrNoPoints) {
     const Circle2D circle{{1, 1}, 5};

@@ -55,7 +55,6 @@ std::vector<Line2D> Segments(const Polygons& rows) {
 }
 
 // ---- polygon line entries
-// ------------------------------------------------------------------------
 
 const Precision3D kPrecision(3, 3, 3);
 
@@ -120,7 +119,6 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 // ---- networks
-// ------------------------------------------------------------------------------------
 
 struct Network {
     const char* name;
@@ -171,7 +169,6 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 // ---- hard cases
-// ----------------------------------------------------------------------------------
 
 TEST(RobustnessData, HardPairsMeetWhereTheExactOnesDo) {
     for (const char* file : {"segment_pairs_named", "segment_pairs_hard"}) {

@@ -26,7 +26,6 @@ const double kNaN = std::numeric_limits<double>::quiet_NaN();
 const double kInfinity = std::numeric_limits<double>::infinity();
 
 // ---- cell table
-// ----------------------------------------------------------------------------------
 
 class OpenCellTable : public CellTable {
  public:
@@ -179,7 +178,6 @@ TEST(CellTable, ARingFindsWhatItsCellsHold) {
 }
 
 // ---- quadtree
-// ------------------------------------------------------------------------------------
 
 using Item = std::vector<Point2D>;
 

@@ -14,17 +14,15 @@
 // up and down from a feeler's start and from a vertical item.
 //
 // - They cross in the interior of both, neither being vertical: at the last integer position before
-// the
-//   crossing both are in the status in one order, at the next one they must be in the other, and
-//   the order changes only by exchanges of neighbours, each of which is reported.
+//   the crossing both are in the status in one order, at the next one they must be in the other,
+//   and the order changes only by exchanges of neighbours, each of which is reported.
 // - One is vertical: the other is in the status at its position and within R, or has an end whose
-// feeler
-//   is; two vertical ones are within T of each other at an end of one.
+//   feeler is; two vertical ones are within T of each other at an end of one.
 // - Otherwise they are closest at an end E of one of them, the other being s. If s is steep and
-// passes
-//   E's height, it does so within 2 T of E and crosses E's feeler; if it ends before, its end's
-//   feeler overlaps E's at a height within T. If s is flat, it is in the status at the start of E's
-//   feeler and within L + 2 T of it, or starts later and then its own start's feeler finds E's.
+//   passes E's height, it does so within 2 T of E and crosses E's feeler; if it ends before, its
+//   end's feeler overlaps E's at a height within T. If s is flat, it is in the status at the start
+//   of E's feeler and within L + 2 T of it, or starts later and then its own start's feeler finds
+//   E's.
 //
 // The status is in order at every integer position: an exchange is due where two neighbours are in
 // the opposite order at the first end of one of them, is queued when they become neighbours, and is

@@ -13,10 +13,10 @@
 
 namespace Geom::detail {
 
-/// Points numbered from 0 in order of insertion. Cells are eight half-epsilons wide on each axis,
-/// at least: whatever equals p lies in a cell of p +- h (1 + 1e-6), which are rarely more than one.
-/// (Cells as narrow as two half-epsilons would lose points that lie two cells away.) Infinite and
-/// NaN coordinates are accepted; NaN equals nothing.
+/// Points numbered from 0 in order of insertion. Cells are sixteen half-epsilons wide on each
+/// axis, at least: whatever equals p lies in a cell of p +- h (1 + 1e-6), which are rarely more
+/// than one. (Cells as narrow as two half-epsilons would lose points that lie two cells away.)
+/// Infinite and NaN coordinates are accepted; NaN equals nothing.
 class PointGrid {
  public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
