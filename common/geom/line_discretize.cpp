@@ -80,6 +80,7 @@ struct Share {
 /// what is left by largest remainder.
 void Distribute(std::vector<Share>& shares, std::uint64_t pieces) {
     std::vector<Share*> open;
+    open.reserve(shares.size());
     for (Share& share : shares) {
         open.push_back(&share);
     }

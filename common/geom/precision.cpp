@@ -64,7 +64,7 @@ int DecimalsOfRange(std::pair<double, double> range, int digits) noexcept {
 
 }  // namespace
 
-Precision3D::Precision3D() noexcept {
+Precision3D::Precision3D() noexcept : decimals{}, epsilon{}, halfEpsilon{} {
     decimals.fill(kUnsetDecimals);
     epsilon.fill(lmw::kUndefined);
     halfEpsilon.fill(lmw::kUndefined);

@@ -14,7 +14,7 @@ constexpr double kFullTurn = 6.283185307179586;
 struct Side {
     Line2D line;
     Point2D opposite;
-    double squared_length;
+    double squared_length = 0.0;
 };
 
 /// Ends in one order whichever way the side is walked, so that the longest side and the containment
