@@ -108,9 +108,10 @@ class LMW_API ReplacementFile {
     [[nodiscard]] DiskFile& File() noexcept { return file_; }
 
     /// Flushes the content to the device, puts the file at `path` in one step and flushes the
-    /// folder. Access rights of a file that was there are kept. On failure what was at `path` is
-    /// untouched, unless IsInPlace. Windows: while somebody holds the old file open, tries again
-    /// for two seconds.
+    /// folder. Access rights of a file that was there are kept, as far as the user may give them
+    /// (Windows: those that are its own, besides what its folder gives). On failure what was at
+    /// `path` is untouched, unless IsInPlace. Windows: while somebody holds the old file open,
+    /// tries again for two seconds.
     unsigned Commit(Existing existing = Existing::kReplace);
 
     /// Whether Commit has put the file in place. True after a failure of Commit when the failure

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
+#include <vector>
 
 namespace sys {
 
@@ -49,6 +51,46 @@ std::uint64_t Joined(DWORD high, DWORD low) noexcept {
 
 // What one call of ReadFile or WriteFile is asked for at most.
 constexpr std::size_t kMostAtOnce = 1U << 30;
+
+// Whether a file has rights of its own besides those that its folder gives.
+bool HasOwnRights(PSECURITY_DESCRIPTOR descriptor) noexcept {
+    SECURITY_DESCRIPTOR_CONTROL control = 0;
+    DWORD revision = 0;
+    BOOL is_present = FALSE;
+    BOOL is_default = FALSE;
+    PACL list = nullptr;
+    if (GetSecurityDescriptorControl(descriptor, &control, &revision) == 0 ||
+        GetSecurityDescriptorDacl(descriptor, &is_present, &list, &is_default) == 0 ||
+        is_present == FALSE || list == nullptr) {
+        return false;
+    }
+    if ((control & SE_DACL_PROTECTED) != 0) {
+        return true;
+    }
+    for (DWORD k = 0; k < list->AceCount; ++k) {
+        void* entry = nullptr;
+        if (GetAce(list, k, &entry) != 0 &&
+            (static_cast<const ACE_HEADER*>(entry)->AceFlags & INHERITED_ACE) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Gives the new file the rights that the old one has of its own. Where that cannot be done (the
+// file system knows no rights) those that the folder gives stand: saving matters more.
+void TakeOverRights(const std::wstring& from, const std::wstring& to) {
+    DWORD size = 0;
+    GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<std::byte> rights(size);
+    if (size == 0 || GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size,
+                                      &size) == 0) {
+        return;
+    }
+    if (HasOwnRights(rights.data())) {
+        SetFileSecurityW(to.c_str(), DACL_SECURITY_INFORMATION, rights.data());
+    }
+}
 
 bool IsHeldBySomebody(DWORD code) noexcept {
     return code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION ||
@@ -207,6 +249,9 @@ unsigned ReplacementFile::Commit(Existing existing) {
         return GetLastError();
     }
     file_.Close();
+    if (existing == Existing::kReplace) {
+        TakeOverRights(path_, temporary_path_);
+    }
     // Write-through: the call comes back when the folder's change is on the device.
     const DWORD flags = existing == Existing::kReplace
                             ? MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH

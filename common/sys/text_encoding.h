@@ -2,7 +2,8 @@
 
 // Conversion between the wide strings of the interface and narrow text.
 // Wide text is UTF-16 where wchar_t has 16 bits and UTF-32 where it has 32. Narrow text is UTF-8 on
-// Linux and the active code page on Windows; texts that are UTF-8 everywhere are converted by utf8.h.
+// Linux and the active code page on Windows; texts that are UTF-8 everywhere are converted by
+// utf8.h.
 
 #include "common/export.h"
 
