@@ -96,7 +96,7 @@ TEST(Text, IllFormedBytesBecomeReplacementCharacters) {
     }
     EXPECT_EQ(Utf8(L"ö土\U0001F331"), "ö土\xF0\x9F\x8C\xB1");
     EXPECT_EQ(Utf8(std::wstring(1, static_cast<wchar_t>(0xD800))), "\uFFFD");
-    EXPECT_EQ(OneLine("a\nb\tc\r\n"), "a b c");
+    EXPECT_EQ(OneLine("a\nb\tc\x1B[\xC2\x9B\xC2\xA0\r\n"), "a b c [ \xC2\xA0");
     EXPECT_EQ(Quoted(std::string(70, 'x')), '"' + std::string(60, 'x') + "...\"");
 }
 

@@ -322,7 +322,7 @@ void RunComment(const ArchiveOptions& options, std::ostream& out) {
         json.Key("comment").Value(Utf8(comment)).End();
         out << json.Text();
     } else {
-        out << Utf8(comment) << '\n';
+        out << OneLine(Utf8(comment)) << '\n';  // it may be a stranger's
     }
 }
 

@@ -137,11 +137,12 @@ std::string_view Trimmed(std::string_view text) {
 }
 
 std::string OneLine(std::string_view text) {
-    std::string line(text);
-    for (char& character : line) {
-        if (static_cast<unsigned char>(character) < 0x20 || character == 0x7F) {
-            character = ' ';
-        }
+    std::string line;
+    line.reserve(text.size());
+    while (!text.empty()) {
+        const char32_t code_point = TakeCodePoint(text);
+        const bool is_control = code_point < 0x20 || (code_point >= 0x7F && code_point < 0xA0);
+        AppendUtf8(line, is_control ? U' ' : code_point);
     }
     return std::string(Trimmed(line));
 }

@@ -34,7 +34,8 @@ void AppendUtf8(std::string& text, char32_t code_point);
 /// The text without blanks and tabs at either end.
 [[nodiscard]] std::string_view Trimmed(std::string_view text);
 
-/// The text on one line: every control character becomes a blank.
+/// The text on one line, harmless to a terminal: every control character becomes a blank, those
+/// from U+0080 to U+009F too.
 [[nodiscard]] std::string OneLine(std::string_view text);
 
 /// Reads a number from the whole text, blanks at either end allowed; false when it is not one, or
