@@ -63,6 +63,21 @@ status& status::AttachPart(std::wstring_view part) {
     return *this;
 }
 
+status status::Duplicate() const {
+    if (detail_ == nullptr) {
+        return {};
+    }
+    status result(new detail);
+    detail& copy = *result.detail_;
+    copy.reference_count_ = 1;
+    copy.message_ = detail_->message_;
+    copy.arguments_ = detail_->arguments_;
+    copy.source_file_ = detail_->source_file_;
+    copy.line_ = detail_->line_;
+    copy.message_id_ = detail_->message_id_;
+    return result;
+}
+
 void status::AddReference_() const noexcept {
     ++detail_->reference_count_;
 }

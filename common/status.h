@@ -91,6 +91,11 @@ class [[nodiscard]] LMW_API status {
     /// nothing on success.
     status& AttachPart(std::wstring_view part);
 
+    /// The same failure with a record of its own, which may be handed to another thread while this
+    /// one stays; success for success. Does not touch the count of this status, so that any number
+    /// of threads may duplicate one failure that nobody changes.
+    [[nodiscard]] status Duplicate() const;
+
     /// Becomes success.
     void Reset() noexcept { *this = status(); }
 

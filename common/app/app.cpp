@@ -19,6 +19,9 @@ std::atomic<const IApp*> installed_host = nullptr;
 
 IApp::~IApp() = default;
 
+void IApp::Fatal(const gtl::status& /*reason*/, const char* /*place*/,
+                 int /*line*/) const noexcept {}
+
 const IApp& App::Instance() noexcept {
     const IApp* host = installed_host.load(std::memory_order_acquire);
     return host != nullptr ? *host : Default();

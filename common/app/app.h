@@ -1,9 +1,11 @@
 #pragma once
 
-// The host application, as far as the library needs it: the texts of messages by identifier.
-// A program that installs no host gets the library's English texts.
+// The host application, as far as the library needs it: the texts of messages by identifier, and
+// its last word before the process ends. A program that installs no host gets the library's English
+// texts.
 
 #include "common/export.h"
+#include "common/status.h"
 
 #include <cstdint>
 #include <string>
@@ -21,6 +23,12 @@ class LMW_API IApp {
     /// has no such message; a host that knows only some forwards the rest to App::Default(). Called
     /// from any thread.
     [[nodiscard]] virtual std::wstring MessageText(std::uint32_t message_id) const = 0;
+
+    /// Called once before the library ends the process for an error it cannot return
+    /// (common/app/fatal.h): the place to save what can be saved and to tell the user. `place` and
+    /// `line` say where the error was raised. On return the process is aborted. On the thread that
+    /// failed; any work it was doing is half done. Does nothing unless overridden.
+    virtual void Fatal(const gtl::status& reason, const char* place, int line) const noexcept;
 };
 
 /// Access to the host application.

@@ -1,0 +1,3 @@
+#include "common/datatable/deep_table_context.h"
+
+IDeepTableContext::~IDeepTableContext() = default;

@@ -1,0 +1,47 @@
+#include "common/fn/fn_undefined.h"
+
+#include "common/undefined.h"
+
+namespace {
+
+class UndefinedDictionary final : public lmw::fn::AttributeDictionary {
+ public:
+    UndefinedDictionary() { FnKind::RegisterIdentity_(*this); }
+};
+
+}  // namespace
+
+FnUndefined::FnUndefined(const std::wstring& name, const gtl::status& why)
+    : FnKind(Dictionary()), why_(why.Duplicate()) {
+    SetName(name);
+}
+
+FnUndefined::FnUndefined(const FnUndefined& other) : FnKind(other), why_(other.why_.Duplicate()) {}
+
+FnUndefined::~FnUndefined() = default;
+
+const lmw::fn::IAttributeDictionary& FnUndefined::Dictionary() {
+    static const UndefinedDictionary dictionary;
+    return dictionary;
+}
+
+double FnUndefined::Calculate(const double* /*x*/, const double* /*y*/) const {
+    return lmw::kUndefined;
+}
+
+std::unique_ptr<FnImpl> FnUndefined::Clone() const {
+    return std::make_unique<FnUndefined>(*this);
+}
+
+std::wstring FnUndefined::KindName() const {
+    return L"Undefined";
+}
+
+gtl::status FnUndefined::LastError() const {
+    return why_.Duplicate();
+}
+
+std::unique_ptr<FnUndefined> lmw::fn::CreateUndefined(const std::wstring& name,
+                                                      const gtl::status& why) {
+    return std::make_unique<FnUndefined>(name, why);
+}
