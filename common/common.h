@@ -41,6 +41,7 @@
 #include "common/fn/evaluate.h"
 #include "common/fn/fn_attr.h"
 #include "common/fn/fn_const.h"
+#include "common/fn/fn_curves.h"
 #include "common/fn/fn_error.h"
 #include "common/fn/fn_fred_xing.h"
 #include "common/fn/fn_impl.h"

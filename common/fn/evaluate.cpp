@@ -11,32 +11,12 @@
 #include <cmath>
 #include <string_view>
 #include <typeinfo>
-#include <utility>
 
 namespace lmw::fn {
-
-IErrorHandler::~IErrorHandler() = default;
 
 namespace impl {
 
 namespace {
-
-thread_local IErrorHandler* current_handler = nullptr;
-
-// Without a handler nobody wants the reason, and the kind is not asked for it.
-double Undefined(const FnImpl& function, const double* x, const double* y) {
-    if (IErrorHandler* const handler = current_handler; handler != nullptr) {
-        handler->CalculationFailed(function, x, y, LastError(function));
-    }
-    return kUndefined;
-}
-
-double Undefined(const FnImpl& function, const double* x, const double* y, const gtl::status& why) {
-    if (IErrorHandler* const handler = current_handler; handler != nullptr) {
-        handler->CalculationFailed(function, x, y, why);
-    }
-    return kUndefined;
-}
 
 // `calculate` guarded as a value is; `x` is what the handler is told.
 template <class Calculate>
@@ -44,7 +24,7 @@ ComputedResult Guarded(const FnImpl& function, double x, const Calculate& calcul
     try {
         return {true, calculate()};
     } catch (const gtl::status_exception& failure) {
-        return {false, Undefined(function, &x, nullptr, failure.Status())};
+        return {false, ReportFailure_(function, &x, nullptr, failure.Status())};
     }
 }
 
@@ -70,19 +50,6 @@ bool IsCycling(const FnImpl& function, const FnAttr& end) {
 }
 
 }  // namespace
-
-double SafeCalculate(const FnImpl& function, const double* x, const double* y) {
-    double value = kUndefined;
-    try {
-        value = function.Calculate(x, y);
-    } catch (const gtl::status_exception& failure) {  // error::CalculationException is one
-        return Undefined(function, x, y, failure.Status());
-    }
-    if (std::isfinite(value) && IsDefined(value)) {
-        return value;
-    }
-    return Undefined(function, x, y);
-}
 
 ComputedResult DyDx(double x, const math::algorithm::Tolerance<double>& tolerance,
                     const FnImpl& function) {
@@ -150,14 +117,6 @@ math::TailCycleLocation::Type TailCycleLocation(const FnImpl& function) {
         return after ? math::TailCycleLocation::Both : math::TailCycleLocation::Before;
     }
     return after ? math::TailCycleLocation::After : math::TailCycleLocation::None;
-}
-
-IErrorHandler* SetErrorHandler(IErrorHandler* handler) noexcept {
-    return std::exchange(current_handler, handler);
-}
-
-IErrorHandler* CurrentErrorHandler() noexcept {
-    return current_handler;
 }
 
 }  // namespace impl

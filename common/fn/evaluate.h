@@ -13,6 +13,8 @@
 #include "common/status.h"
 #include "common/undefined.h"
 
+#include <bit>
+#include <cstdint>
 #include <string>
 
 namespace lmw::fn {
@@ -48,7 +50,7 @@ namespace impl {
 /// 4. On success nothing is allocated and no type is asked for.
 ///
 /// Any number of threads may evaluate one prepared function.
-LMW_API double SafeCalculate(const FnImpl& function, const double* x, const double* y);
+inline double SafeCalculate(const FnImpl& function, const double* x, const double* y);
 
 /// A value that may not be available.
 struct ComputedResult {
@@ -111,6 +113,34 @@ class ScopedErrorHandler {
  private:
     IErrorHandler* previous_;
 };
+
+// Implementation. In the header, because the guard would otherwise cost as much again as the
+// evaluation of a curve.
+
+/// The end of an evaluation without a value: tells the thread's error handler, if there is one, and
+/// returns the undefined value.
+LMW_API double ReportFailure_(const FnImpl& function, const double* x, const double* y);
+LMW_API double ReportFailure_(const FnImpl& function, const double* x, const double* y,
+                              const gtl::status& why);
+
+/// Whether `value` is finite and not the undefined value. By its bits, so that it also holds in
+/// programs compiled as if there were no NaN, and raises no floating-point exception.
+[[nodiscard]] constexpr bool IsValue_(double value) noexcept {
+    constexpr std::uint64_t kSign = std::uint64_t{1} << 63U;
+    const auto bits = std::bit_cast<std::uint64_t>(value);
+    const auto most = std::bit_cast<std::uint64_t>(kUndefined);
+    return (bits & ~kSign) < most || bits == (most | kSign);
+}
+
+inline double SafeCalculate(const FnImpl& function, const double* x, const double* y) {
+    double value = kUndefined;
+    try {
+        value = function.Calculate(x, y);
+    } catch (const gtl::status_exception& failure) {  // error::CalculationException is one
+        return ReportFailure_(function, x, y, failure.Status());
+    }
+    return IsValue_(value) ? value : ReportFailure_(function, x, y);
+}
 
 }  // namespace impl
 }  // namespace lmw::fn

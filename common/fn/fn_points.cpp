@@ -10,11 +10,7 @@
 
 namespace {
 
-using math::algorithm::Tolerance;
 using math::fn::TailType;
-using math::fn::interpolate::Linear;
-using math::fn::interpolate::Spline;
-using math::fn::interpolate::Step;
 
 class PointsDictionary final : public lmw::fn::AttributeDictionary {
  public:
@@ -30,28 +26,6 @@ class PointsDictionary final : public lmw::fn::AttributeDictionary {
         RegisterMember_(FnAttrLogOutput(), &FnPoints::IsLogOutput, &FnPoints::SetLogOutput);
     }
 };
-
-class SplineDictionary final : public lmw::fn::AttributeDictionary {
- public:
-    SplineDictionary() : AttributeDictionary(&FnPoints::SharedDictionary()) {
-        FnKind::RegisterIdentity_(*this);
-        RegisterMember_(FnAttrSmooth(), &FnSpline::Smooth, &FnSpline::SetSmooth);
-        RegisterMember_(FnAttrTension(), &FnSpline::Tension, &FnSpline::SetTension);
-    }
-};
-
-const lmw::fn::AttributeDictionary& DictionaryOfSplines() {
-    static const SplineDictionary dictionary;
-    return dictionary;
-}
-
-const FPOINT* First(const std::vector<FPOINT>& points) {
-    return points.data();
-}
-
-const FPOINT* Last(const std::vector<FPOINT>& points) {
-    return points.data() + points.size();
-}
 
 // Replaces a coordinate by its logarithm.
 gtl::status ToLogarithm(double& coordinate) {
@@ -100,11 +74,16 @@ void FnPoints::SetPeriod(double period) {
 
 void FnPoints::SetLogInput(bool logarithmic) {
     log_input_ = logarithmic;
-    CurveChanged_();
+    ScalesChanged_();
 }
 
 void FnPoints::SetLogOutput(bool logarithmic) {
     log_output_ = logarithmic;
+    ScalesChanged_();
+}
+
+void FnPoints::ScalesChanged_() {
+    is_plain_ = !log_input_ && !log_output_;
     CurveChanged_();
 }
 
@@ -185,174 +164,31 @@ double FnPoints::ValueAt(int index) const {
     return lmw::IsDefined(x) ? Calculate(&x, nullptr) : lmw::kUndefined;
 }
 
-// v(x) = c(x), 10^c(x), c(log10 x) or 10^c(log10 x), c being the curve.
-template <class Curve>
-double FnPoints::ValueOn_(const Curve& curve, double x) const {
-    if (IsPlain_()) {
-        return curve(x);
-    }
+// v(x) = 10^c(x), c(log10 x) or 10^c(log10 x), c being the curve.
+double FnPoints::ValueOnLogarithms_(double x) const {
     if (log_input_) {
         if (x <= 0.0) {
             return lmw::kUndefined;
         }
         x = std::log10(x);
     }
-    const double on_curve = curve(x);
+    const double on_curve = CurveValue_(x);
     return log_output_ && lmw::IsDefined(on_curve) ? std::pow(10.0, on_curve) : on_curve;
 }
 
 // dv/dx = c' * (v ln 10 on a logarithmic output) / (x ln 10 on a logarithmic input).
-template <class Curve>
-double FnPoints::SlopeOn_(const Curve& curve, double x, const Tolerance<double>& tolerance) const {
-    if (IsPlain_()) {
-        return curve.DyDx(x, tolerance);
-    }
+double FnPoints::SlopeOnLogarithms_(double x) const {
     if (log_input_ && x <= 0.0) {
         return lmw::kUndefined;
     }
     const double on_curve = log_input_ ? std::log10(x) : x;
-    double slope = curve.DyDx(on_curve, tolerance);
-    if (!lmw::IsDefined(slope)) {
+    double slope = CurveSlope_(on_curve);
+    const double exponent = log_output_ ? CurveValue_(on_curve) : 0.0;
+    if (!lmw::IsDefined(slope) || !lmw::IsDefined(exponent)) {
         return lmw::kUndefined;
     }
     if (log_output_) {
-        const double exponent = curve(on_curve);
-        if (!lmw::IsDefined(exponent)) {
-            return lmw::kUndefined;
-        }
         slope *= std::pow(10.0, exponent) * std::numbers::ln10;
     }
     return log_input_ ? slope / (x * std::numbers::ln10) : slope;
-}
-
-FnStep::FnStep() : FnPoints(SharedDictionary()), curve_(TailType(), TailType(), nullptr, nullptr) {}
-
-FnStep::~FnStep() = default;
-
-double FnStep::Calculate(const double* x, const double* /*y*/) const {
-    return ValueOn_(curve_, *x);
-}
-
-std::unique_ptr<FnImpl> FnStep::Clone() const {
-    return std::make_unique<FnStep>(*this);
-}
-
-std::wstring FnStep::KindName() const {
-    return L"Step";
-}
-
-// By design: 0 everywhere, as the curve's own, also where the function has no value; the logarithms
-// change nothing about it.
-double FnStep::DyDx(double x, const Tolerance<double>& tolerance) const {
-    return curve_.DyDx(x, tolerance);
-}
-
-double FnStep::Integrate(double a, double b, const Tolerance<double>& tolerance) const {
-    return curve_.Integrate(a, b, tolerance);
-}
-
-gtl::status FnStep::MakeCurve_(const std::vector<FPOINT>& points) {
-    curve_ = Step(TailBefore(), TailAfter(), First(points), Last(points));
-    curve_.SetFunctionPeriod(Period());
-    curve_.UpdateCalculatedValues();
-    return {};
-}
-
-void FnStep::DropCurve_() {
-    curve_ = Step(TailBefore(), TailAfter(), nullptr, nullptr);
-}
-
-// A slope before the data leads away from them, and one after them is even measured from their
-// first point; Calc keeps the end value.
-bool FnStep::IsLevel_(const TailType& tail) const {
-    return FnPoints::IsLevel_(tail) || tail == TailType::Calc();
-}
-
-FnLinear::FnLinear()
-    : FnPoints(SharedDictionary()), curve_(nullptr, nullptr, TailType(), TailType()) {}
-
-FnLinear::~FnLinear() = default;
-
-double FnLinear::Calculate(const double* x, const double* /*y*/) const {
-    return ValueOn_(curve_, *x);
-}
-
-std::unique_ptr<FnImpl> FnLinear::Clone() const {
-    return std::make_unique<FnLinear>(*this);
-}
-
-std::wstring FnLinear::KindName() const {
-    return L"Linear";
-}
-
-double FnLinear::DyDx(double x, const Tolerance<double>& tolerance) const {
-    return SlopeOn_(curve_, x, tolerance);
-}
-
-double FnLinear::Integrate(double a, double b, const Tolerance<double>& tolerance) const {
-    return curve_.Integrate(a, b, tolerance);
-}
-
-gtl::status FnLinear::MakeCurve_(const std::vector<FPOINT>& points) {
-    Linear curve(First(points), Last(points), TailBefore(), TailAfter());
-    curve.SetFunctionPeriod(Period());
-    gtl::status result = curve.UpdateCalculatedValues();
-    if (result.Succeeded()) {
-        curve_ = curve;
-    }
-    return result;
-}
-
-void FnLinear::DropCurve_() {
-    curve_ = Linear(nullptr, nullptr, TailBefore(), TailAfter());
-}
-
-FnSpline::FnSpline()
-    : FnPoints(DictionaryOfSplines()),
-      curve_(smooth_, tension_, TailType(), TailType(), nullptr, nullptr, lmw::kUndefined) {}
-
-FnSpline::~FnSpline() = default;
-
-void FnSpline::SetSmooth(std::uint32_t smooth) {
-    smooth_ = smooth;
-    CurveChanged_();
-}
-
-void FnSpline::SetTension(std::uint32_t tension) {
-    tension_ = tension;
-    CurveChanged_();
-}
-
-double FnSpline::Calculate(const double* x, const double* /*y*/) const {
-    return ValueOn_(curve_, *x);
-}
-
-std::unique_ptr<FnImpl> FnSpline::Clone() const {
-    return std::make_unique<FnSpline>(*this);
-}
-
-std::wstring FnSpline::KindName() const {
-    return L"Spline";
-}
-
-double FnSpline::DyDx(double x, const Tolerance<double>& tolerance) const {
-    return SlopeOn_(curve_, x, tolerance);
-}
-
-double FnSpline::Integrate(double a, double b, const Tolerance<double>& tolerance) const {
-    return curve_.Integrate(a, b, tolerance);
-}
-
-gtl::status FnSpline::MakeCurve_(const std::vector<FPOINT>& points) {
-    Spline curve(smooth_, tension_, TailBefore(), TailAfter(), First(points), Last(points),
-                 Period());
-    gtl::status result = curve.UpdateCalculatedValues();
-    if (result.Succeeded()) {
-        curve_ = curve;
-    }
-    return result;
-}
-
-void FnSpline::DropCurve_() {
-    curve_ = Spline(smooth_, tension_, TailBefore(), TailAfter(), nullptr, nullptr, Period());
 }

@@ -1,16 +1,12 @@
 #pragma once
 
-// Functions of data points: steps, straight lines and splines. Each evaluates through the curve of
-// the same name in common/math, whose headers say what holds between and beyond the points; this
-// header says what the attributes add.
+// What functions of data points share: points, tails, period and scales. The kinds are in
+// fn_curves.h.
 
 #include "common/export.h"
 #include "common/fn/capabilities.h"
 #include "common/fn/fn_kind.h"
 #include "common/math/fpoint.h"
-#include "common/math/linear.h"
-#include "common/math/spline.h"
-#include "common/math/step.h"
 #include "common/math/tail_type.h"
 #include "common/undefined.h"
 
@@ -19,9 +15,10 @@
 #include <string>
 #include <vector>
 
-/// What the three kinds share: points (attribute "DataInit"), tails ("SlopeBefore", "SlopeAfter"),
-/// the period of a cycle ("FunctionPeriod"), the scales ("LogInput", "LogOutput") and the
-/// parameters of the data tables ("InputParam", "OutputParam"). "NumPoints" can only be read.
+/// A function of data points, evaluated through a curve: points (attribute "DataInit"), tails
+/// ("SlopeBefore", "SlopeAfter"), the period of a cycle ("FunctionPeriod"), the scales ("LogInput",
+/// "LogOutput") and the parameters of the data tables ("InputParam", "OutputParam"). "NumPoints"
+/// can only be read.
 ///
 /// 1. With LogInput the curve runs over log10 x, with LogOutput it gives log10 of the value; points
 ///    are given, and values returned, in plain numbers all the same. Slopes of tails and the period
@@ -89,18 +86,20 @@ class LMW_API FnPoints : public FnKind,
     /// Makes and prepares the curve through `points`, which are on the curve's scales.
     virtual gtl::status MakeCurve_(const std::vector<FPOINT>& points) = 0;
     virtual void DropCurve_() = 0;
-    /// Whether the tail leads away from the values of the points.
+    /// The curve itself, on its own scales.
+    [[nodiscard]] virtual double CurveValue_(double x) const = 0;
+    [[nodiscard]] virtual double CurveSlope_(double x) const = 0;
+    /// Whether the tail keeps to the values of the points.
     [[nodiscard]] virtual bool IsLevel_(const math::fn::TailType& tail) const;
 
-    /// A curve's value and derivative on the scales of the function.
-    template <class Curve>
-    [[nodiscard]] double ValueOn_(const Curve& curve, double x) const;
-    template <class Curve>
-    [[nodiscard]] double SlopeOn_(const Curve& curve, double x,
-                                  const math::algorithm::Tolerance<double>& tolerance) const;
+    /// Neither scale is logarithmic: the function is its curve.
+    [[nodiscard]] bool IsPlain_() const { return is_plain_; }
+    /// The value and the slope of the function where it is not its curve.
+    [[nodiscard]] double ValueOnLogarithms_(double x) const;
+    [[nodiscard]] double SlopeOnLogarithms_(double x) const;
 
  private:
-    [[nodiscard]] bool IsPlain_() const { return !log_input_ && !log_output_; }
+    void ScalesChanged_();
 
     std::vector<FPOINT> points_;
     math::fn::TailType tail_before_;
@@ -108,83 +107,5 @@ class LMW_API FnPoints : public FnKind,
     double period_ = lmw::kUndefined;
     bool log_input_ = false;
     bool log_output_ = false;
-};
-
-/// Kind "Step": see math::fn::interpolate::Step.
-class LMW_API FnStep final : public FnPoints {
- public:
-    FnStep();
-    FnStep(const FnStep&) = default;
-    FnStep& operator=(const FnStep&) = delete;
-    ~FnStep() override;
-
-    [[nodiscard]] double Calculate(const double* x, const double* y) const override;
-    [[nodiscard]] std::unique_ptr<FnImpl> Clone() const override;
-    [[nodiscard]] std::wstring KindName() const override;
-    [[nodiscard]] double DyDx(double x,
-                              const math::algorithm::Tolerance<double>& tolerance) const override;
-    [[nodiscard]] double Integrate(
-        double a, double b, const math::algorithm::Tolerance<double>& tolerance) const override;
-
- private:
-    gtl::status MakeCurve_(const std::vector<FPOINT>& points) override;
-    void DropCurve_() override;
-    [[nodiscard]] bool IsLevel_(const math::fn::TailType& tail) const override;
-
-    math::fn::interpolate::Step curve_;
-};
-
-/// Kind "Linear": see math::fn::interpolate::Linear.
-class LMW_API FnLinear final : public FnPoints {
- public:
-    FnLinear();
-    FnLinear(const FnLinear&) = default;
-    FnLinear& operator=(const FnLinear&) = delete;
-    ~FnLinear() override;
-
-    [[nodiscard]] double Calculate(const double* x, const double* y) const override;
-    [[nodiscard]] std::unique_ptr<FnImpl> Clone() const override;
-    [[nodiscard]] std::wstring KindName() const override;
-    [[nodiscard]] double DyDx(double x,
-                              const math::algorithm::Tolerance<double>& tolerance) const override;
-    [[nodiscard]] double Integrate(
-        double a, double b, const math::algorithm::Tolerance<double>& tolerance) const override;
-
- private:
-    gtl::status MakeCurve_(const std::vector<FPOINT>& points) override;
-    void DropCurve_() override;
-
-    math::fn::interpolate::Linear curve_;
-};
-
-/// Kind "Spline", with the further attributes "Smooth" and "Tension": see
-/// math::fn::interpolate::Spline. A default-made one passes through its points in straight lines
-/// (smooth 100, tension 0).
-class LMW_API FnSpline final : public FnPoints {
- public:
-    FnSpline();
-    FnSpline(const FnSpline&) = default;
-    FnSpline& operator=(const FnSpline&) = delete;
-    ~FnSpline() override;
-
-    [[nodiscard]] std::uint32_t Smooth() const { return smooth_; }
-    void SetSmooth(std::uint32_t smooth);
-    [[nodiscard]] std::uint32_t Tension() const { return tension_; }
-    void SetTension(std::uint32_t tension);
-
-    [[nodiscard]] double Calculate(const double* x, const double* y) const override;
-    [[nodiscard]] std::unique_ptr<FnImpl> Clone() const override;
-    [[nodiscard]] std::wstring KindName() const override;
-    [[nodiscard]] double DyDx(double x,
-                              const math::algorithm::Tolerance<double>& tolerance) const override;
-    [[nodiscard]] double Integrate(
-        double a, double b, const math::algorithm::Tolerance<double>& tolerance) const override;
-
- private:
-    gtl::status MakeCurve_(const std::vector<FPOINT>& points) override;
-    void DropCurve_() override;
-
-    std::uint32_t smooth_ = 100;
-    std::uint32_t tension_ = 0;
-    math::fn::interpolate::Spline curve_;
+    bool is_plain_ = true;
 };
