@@ -1,0 +1,225 @@
+// What dictionaries say of attributes, alone, derived and chained.
+
+#include "common/fn/attribute_dictionary.h"
+
+#include "common/fn/attributes.h"
+#include "common/fn/chained_attribute_dictionary.h"
+#include "common/fn/fn_curves.h"
+
+#include "tests/fn/test_kinds.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using lmw::fn::AttributeDictionary;
+using lmw::fn::ChainedAttributeDictionary;
+using lmw::fn::kNoAttribute;
+using lmw::test::PlainKind;
+namespace storage = lmw::fn::attribute::storage;
+
+// An attribute whose value is always the same number, and that takes no other.
+AttributeDictionary::Getter Always(double value) {
+    return [value](void* out, const FnImpl* /*function*/) {
+        *static_cast<double*>(out) = value;
+        return gtl::status();
+    };
+}
+
+AttributeDictionary::Setter Refuse() {
+    return [](FnImpl* /*function*/, const void* /*in*/) {
+        return lmw::fn::error::FunctionDefinitionIncomplete();
+    };
+}
+
+void Register(AttributeDictionary& dictionary, const char* key, double value,
+              DataParamType param = DataParamType::Null) {
+    dictionary.RegisterAttribute_({0, key}, storage::Double, Always(value), Refuse(), param);
+}
+
+double ValueOf(const lmw::fn::IAttributeDictionary& dictionary, unsigned id) {
+    double value = lmw::kUndefined;
+    dictionary.ValueOf(nullptr, id, &value).Ignore();
+    return value;
+}
+
+TEST(AttributeDictionary, AnswersNothingForWhatItDoesNotHave) {
+    AttributeDictionary dictionary;
+    Register(dictionary, "only", 1.0);
+    for (const unsigned id : {1U, 100U, kNoAttribute}) {
+        SCOPED_TRACE(id);
+        double value = 7.0;
+        EXPECT_EQ(dictionary.TypeByAttributeID(id), storage::None);
+        EXPECT_EQ(dictionary.NameByAttributeID(id), "");
+        EXPECT_EQ(dictionary.ParamByAttributeID(id), DataParamType::Null);
+        EXPECT_FALSE(dictionary.IsEditableByAttributeID(id));
+        EXPECT_EQ(dictionary.ValueOf(nullptr, id, &value).MessageId(), 21638U);
+        EXPECT_EQ(dictionary.SetValueOf(nullptr, id, &value).MessageId(), 21638U);
+        EXPECT_EQ(dictionary.PersistedValueOf(nullptr, id, &value).MessageId(), 21638U);
+        EXPECT_EQ(dictionary.SetPersistedValueOf(nullptr, id, &value).MessageId(), 21638U);
+        EXPECT_EQ(value, 7.0);
+    }
+    EXPECT_EQ(dictionary.AttributeIDOf("another"), kNoAttribute);
+    EXPECT_EQ(dictionary.AttributeIDOf(""), kNoAttribute);
+    EXPECT_EQ(dictionary.AttributeIDOf(DataParamType::Null), kNoAttribute);
+    EXPECT_EQ(dictionary.AttributeIDOf(DataParamType::PorePressure), kNoAttribute);
+}
+
+TEST(AttributeDictionary, PutsOwnAttributesAfterThoseOfItsBase) {
+    AttributeDictionary base;
+    for (const char* const key : {"b0", "b1", "b2", "b3", "both"}) {
+        Register(base, key, 10.0 + base.EndAttributeID(),
+                 key == std::string("b3") ? DataParamType::PorePressure : DataParamType::Null);
+    }
+    AttributeDictionary derived(&base);
+    for (const char* const key : {"d0", "d1", "d2"}) {
+        Register(derived, key, 20.0 + derived.EndAttributeID());
+    }
+    EXPECT_EQ(derived.EndAttributeID(), 5U);
+    Register(derived, "both", 30.0);
+    EXPECT_EQ(derived.EndAttributeID(), 6U);
+
+    const double values[] = {20.0, 21.0, 22.0, 13.0, 14.0, 30.0};
+    const char* const names[] = {"d0", "d1", "d2", "b3", "both", "both"};
+    for (unsigned id = 0; id < 6; ++id) {
+        SCOPED_TRACE(id);
+        EXPECT_EQ(ValueOf(derived, id), values[id]);
+        EXPECT_EQ(derived.NameByAttributeID(id), names[id]);
+        EXPECT_EQ(derived.TypeByAttributeID(id), storage::Double);
+        EXPECT_TRUE(derived.IsEditableByAttributeID(id));
+    }
+    EXPECT_EQ(derived.AttributeIDOf("both"), 5U);  // the own one first
+    EXPECT_EQ(derived.AttributeIDOf("b3"), 3U);
+    EXPECT_EQ(derived.AttributeIDOf(DataParamType::PorePressure), 3U);
+    EXPECT_EQ(derived.ParamByAttributeID(3), DataParamType::PorePressure);
+}
+
+TEST(AttributeDictionary, RefusesWhatHasNoGetterOrSetter) {
+    AttributeDictionary dictionary;
+    dictionary.RegisterAttribute_({0, "bare"}, storage::Double, nullptr, nullptr);
+    double value = 0.0;
+    EXPECT_EQ(dictionary.ValueOf(nullptr, 0, &value).MessageId(), 20571U);
+    EXPECT_EQ(dictionary.SetValueOf(nullptr, 0, &value).MessageId(), 21638U);
+    EXPECT_FALSE(dictionary.IsEditableByAttributeID(0));
+}
+
+TEST(AttributeDictionary, SaysThatADefinitionChangedButNotForIdentityOrFailure) {
+    PlainKind plain;
+    const AttributeDictionary& dictionary = PlainKind::Dictionary();
+    ASSERT_TRUE(plain.UpdateCalculatedValues().Succeeded());
+    const std::wstring name = L"sand";
+    EXPECT_TRUE(dictionary.SetValueOf(&plain, 0, &name).Succeeded());
+    EXPECT_TRUE(plain.IsUpToDate());
+    const double value = 2.0;
+    EXPECT_TRUE(dictionary.SetValueOf(&plain, 3, &value).Succeeded());
+    EXPECT_FALSE(plain.IsUpToDate());
+    FnLinear another;
+    EXPECT_EQ(dictionary.SetValueOf(&another, 3, &value).MessageId(), 21638U);
+}
+
+TEST(BoundaryOperations, AreFoundByIdentifierOnly) {
+    struct Boundary : AttributeDictionary {
+        Boundary() {
+            Register(*this, "Type", 0.0);
+            RegisterAttribute_(FnAttrBoundaryBegin(), storage::Double, Always(1.0), nullptr);
+            RegisterAttribute_(FnAttrBoundaryIsReviewRequired(), storage::Double, Always(2.0),
+                               nullptr);
+        }
+    };
+    static const Boundary dictionary;
+    class BoundaryKind final : public PlainKind {
+     public:
+        [[nodiscard]] const lmw::fn::IAttributeDictionary& Attributes() const noexcept override {
+            return dictionary;
+        }
+    };
+    const BoundaryKind boundary;
+    EXPECT_EQ(dictionary.AttributeIDOf(""), kNoAttribute);
+    EXPECT_TRUE(boundary.HasAttribute(FnAttrBoundaryCategoryTest()));  // 1 as well
+    EXPECT_TRUE(boundary.HasAttribute(FnAttrBoundaryIsReviewRequired()));
+    EXPECT_FALSE(boundary.HasAttribute(FnAttrBoundaryNotifyCategory()));
+    // Where identifier 1 has a key, it is no operation.
+    EXPECT_FALSE(PlainKind().HasAttribute(FnAttrBoundaryBegin()));
+}
+
+class Chain : public testing::Test {
+ protected:
+    Chain() {
+        for (const char* const key : {"i0", "i1", "shared", "i3"}) {
+            Register(inner_, key, inner_.EndAttributeID(),
+                     key == std::string("i3") ? DataParamType::PorePressure : DataParamType::Null);
+        }
+        Register(outer_, "o0", 100.0);
+        Register(outer_, "o1", 101.0);
+        Register(outer_, "shared", 102.0);
+        Register(outer_, "o3", 103.0, DataParamType::PorePressure);
+        Register(outer_, "", 104.0, DataParamType::TotalHead);
+        chain_.SetOuterAttributeDictionary(&outer_);
+    }
+
+    AttributeDictionary inner_;
+    AttributeDictionary outer_;
+    ChainedAttributeDictionary chain_{&inner_};
+};
+
+TEST_F(Chain, PutsTheOuterAttributesButItsNameBehindTheInnerOnes) {
+    EXPECT_EQ(chain_.EndAttributeID(), 8U);
+    const double values[] = {0.0, 1.0, 2.0, 3.0, 101.0, 102.0, 103.0, 104.0};
+    const char* const names[] = {"i0", "i1", "shared", "i3", "o1", "shared", "o3", ""};
+    for (unsigned id = 0; id < 8; ++id) {
+        SCOPED_TRACE(id);
+        EXPECT_EQ(ValueOf(chain_, id), values[id]);
+        EXPECT_EQ(chain_.NameByAttributeID(id), names[id]);
+        double value = 0.0;
+        EXPECT_EQ(chain_.SetValueOf(nullptr, id, &value).MessageId(), 20549U);
+        EXPECT_EQ(chain_.SetPersistedValueOf(nullptr, id, &value).MessageId(), 20549U);
+        EXPECT_TRUE(chain_.PersistedValueOf(nullptr, id, &value).Succeeded());
+        EXPECT_EQ(value, values[id]);
+    }
+    EXPECT_EQ(chain_.ParamByAttributeID(7), DataParamType::TotalHead);
+    double value = 0.0;
+    EXPECT_EQ(chain_.ValueOf(nullptr, 8, &value).MessageId(), 21638U);
+    EXPECT_EQ(chain_.ValueOf(nullptr, kNoAttribute, &value).MessageId(), 21638U);
+}
+
+TEST_F(Chain, FindsTheInnerAttributeFirst) {
+    EXPECT_EQ(chain_.AttributeIDOf("i1"), 1U);
+    EXPECT_EQ(chain_.AttributeIDOf("shared"), 2U);
+    EXPECT_EQ(chain_.AttributeIDOf("o1"), 4U);
+    EXPECT_EQ(chain_.AttributeIDOf("o0"), kNoAttribute);
+    EXPECT_EQ(chain_.AttributeIDOf("nowhere"), kNoAttribute);
+    EXPECT_EQ(chain_.AttributeIDOf(""), kNoAttribute);
+    EXPECT_EQ(chain_.AttributeIDOf(DataParamType::PorePressure), 3U);
+    EXPECT_EQ(chain_.AttributeIDOf(DataParamType::TotalHead), 7U);
+    EXPECT_EQ(chain_.AttributeIDOf(DataParamType::Null), kNoAttribute);
+}
+
+TEST_F(Chain, HidesOuterAttributesByKeyAndByParameter) {
+    const storage::Type types[] = {storage::Double, storage::Double, storage::Double,
+                                   storage::Double, storage::Double, storage::None,
+                                   storage::None,   storage::Double, storage::None};
+    for (unsigned id = 0; id < 9; ++id) {
+        EXPECT_EQ(chain_.TypeByAttributeID(id), types[id]) << id;
+    }
+}
+
+TEST_F(Chain, MayHaveANameOfItsOwnAndNoOuterDictionary) {
+    chain_.SetName(L"chained");
+    std::wstring name;
+    EXPECT_EQ(chain_.TypeByAttributeID(0), storage::WString);
+    EXPECT_TRUE(chain_.ValueOf(nullptr, 0, &name).Succeeded());
+    EXPECT_EQ(name, L"chained");
+    EXPECT_TRUE(chain_.PersistedValueOf(nullptr, 0, &name).Succeeded());
+    EXPECT_EQ(chain_.SetValueOf(nullptr, 0, &name).MessageId(), 21638U);
+    EXPECT_FALSE(chain_.IsEditableByAttributeID(0));
+    chain_.SetOuterAttributeDictionary(nullptr);
+    EXPECT_EQ(chain_.EndAttributeID(), 4U);
+    EXPECT_EQ(chain_.AttributeIDOf("o1"), kNoAttribute);
+    const AttributeDictionary empty;
+    chain_.SetOuterAttributeDictionary(&empty);
+    EXPECT_EQ(chain_.EndAttributeID(), 4U);
+}
+
+}  // namespace
