@@ -16,6 +16,7 @@ void AddArchive(CLI::App& program, std::ostream& out);
 void AddCurve(CLI::App& program, std::ostream& out);
 void AddDemo(CLI::App& program, std::ostream& out);
 void AddFit(CLI::App& program, std::ostream& out);
+void AddFn(CLI::App& program, std::ostream& out);
 void AddParams(CLI::App& program, std::ostream& out);
 void AddDiag(CLI::App& program, std::ostream& out);
 void AddSample(CLI::App& program, std::ostream& out);

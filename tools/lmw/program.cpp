@@ -88,6 +88,7 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     AddCurve(program, out);
     AddDemo(program, out);
     AddFit(program, out);
+    AddFn(program, out);
     AddParams(program, out);
     AddDiag(program, out);
     AddSample(program, out);
