@@ -1,0 +1,80 @@
+// How do I store results in a project archive, and how do I find and read them again?
+
+#include <common/file/input_stream.h>
+#include <common/file/lwz_version.h>
+#include <common/file/name.h>
+#include <common/file/zip.h>
+#include <common/sys/text_encoding.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+namespace {
+
+using sys::file::Zip;
+
+//! [write]
+// Adds a file to the archive at `path`, which is made when it is not there. On disk there is the
+// old archive or the new one, never half of one.
+gtl::status Store(const std::wstring& path, const std::wstring& file, const std::wstring& name) {
+    Zip zip;
+    gtl::status result = zip.Open(path, sys::file::zip::CompactMode::OnClose);
+    if (result.Succeeded()) {
+        result = zip.Add(file, name);
+    }
+    if (result.Succeeded()) {
+        result = zip.SetComment(L"8.1");  // the version of the project's format
+    }
+    return result.Succeeded() ? zip.Close() : result;
+}
+//! [write]
+
+//! [read]
+gtl::status Show(const std::wstring& path) {
+    Zip zip;
+    gtl::status result = zip.OpenReadOnly(sys::file::MakeFileInputStream(path));
+    Zip::Ids ids;
+    if (result.Succeeded()) {
+        result = zip.Find(ids, L"*.csv");
+    }
+    if (result.Succeeded()) {
+        result = zip.Test(ids);
+    }
+    if (result.Failed()) {
+        return result;
+    }
+    const auto version = doc::file::GetLwzVersion(zip);
+    std::printf("version %d.%d\n", version[0], version[1]);
+    for (const Zip::Id id : ids) {
+        Zip::Bytes bytes;
+        if (result = zip.Extract(id, bytes); result.Failed()) {
+            return result;
+        }
+        const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+        std::printf("%s: %s", sys::Narrow(zip.GetName(id)).c_str(), std::string(text).c_str());
+    }
+    return result;
+}
+//! [read]
+
+}  // namespace
+
+int main() {
+    std::filesystem::remove("dam.lwz");  // of an earlier run
+    std::ofstream("node.csv", std::ios::binary) << "node,head\n1,12.5\n";
+
+    doc::file::Name name;
+    name.ProjectPath(L"dam.lwz").Analysis(L"Rapid drawdown").FNameExt(L"node.csv");
+    name.Step(Step::CreateFromInt(12));
+    std::printf("%s\n", sys::Narrow(name.Description()).c_str());
+
+    gtl::status result = Store(L"dam.lwz", L"node.csv", L"Rapid drawdown\\12\\node.csv");
+    if (result.Succeeded()) {
+        result = Show(L"dam.lwz");
+    }
+    std::printf("%s\n", result.Succeeded() ? "done" : sys::Narrow(result.as_wstring()).c_str());
+    return result.Succeeded() ? 0 : 1;
+}
