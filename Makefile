@@ -3,7 +3,7 @@
 JOBS ?= 2
 MAKEFLAGS += --no-print-directory
 
-.PHONY: help demo test dev asan tsan clang windows bench format lint checks clean
+.PHONY: help demo test dev asan tsan clang windows package bench format lint checks clean
 
 help:
 	@echo "make demo     build the library and the lmw tool, run the worked example"
@@ -13,6 +13,7 @@ help:
 	@echo "make tsan     tests under the thread sanitizer"
 	@echo "make clang    tests of a Clang build"
 	@echo "make windows  cross-build for 64-bit Windows, tests under Wine"
+	@echo "make package  a Debian package of the library, tool, headers and examples, in build/release"
 	@echo "make bench    build and run the benchmarks (BENCH=regex picks some)"
 	@echo "make checks   formatting, include direction, exports, static analysis of the library"
 	@echo "make lint     static analysis of the library and the tool (a quarter of an hour)"
@@ -31,7 +32,7 @@ demo:
 	cmake --build --preset release --target demo
 
 test:
-	scripts/bootstrap build
+	scripts/bootstrap build package
 	$(call configure_and_build,release)
 	ctest --preset release
 
@@ -61,6 +62,11 @@ windows: demo
 	scripts/libzip-windows
 	$(call configure_and_build,windows)
 	ctest --preset windows
+
+package:
+	scripts/bootstrap build package
+	$(call configure_and_build,release)
+	cd build/release && cpack
 
 bench:
 	scripts/bootstrap build bench

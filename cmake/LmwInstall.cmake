@@ -1,15 +1,18 @@
 # What `cmake --install` puts into a prefix: the library, its headers, a CMake package, a pkg-config
-# file. The tool, examples and documents install themselves where they are built.
+# file, the change log. The tool and the examples install themselves where they are built.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
+set(LMW_DOC_DIR "${CMAKE_INSTALL_DATAROOTDIR}/doc/loamworks-common")
+# A folder of their own: the headers' first folder is called "common", and so may be that of others.
+set(LMW_HEADER_DIR "${CMAKE_INSTALL_INCLUDEDIR}/loamworks")
 set(LMW_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/LoamworksCommon")
 
 install(
     TARGETS lmwcommon
     EXPORT LoamworksCommonTargets
-    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-    FILE_SET generated_headers DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+    FILE_SET HEADERS DESTINATION "${LMW_HEADER_DIR}"
+    FILE_SET generated_headers DESTINATION "${LMW_HEADER_DIR}")
 install(
     EXPORT LoamworksCommonTargets
     NAMESPACE loamworks::
@@ -32,7 +35,13 @@ configure_file("${CMAKE_CURRENT_LIST_DIR}/loamworks-common.pc.in"
 install(FILES "${PROJECT_BINARY_DIR}/loamworks-common.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
 install(FILES "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
-        DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+        DESTINATION "${LMW_DOC_DIR}")
+install(
+    DIRECTORY "${PROJECT_SOURCE_DIR}/docs"
+    DESTINATION "${LMW_DOC_DIR}"
+    FILES_MATCHING
+    PATTERN "*.md"
+    PATTERN "*.svg")
 
 if(WIN32)
     # The compiler's runtime belongs beside the DLL (docs/windows.md).

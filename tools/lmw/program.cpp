@@ -40,6 +40,15 @@ class HelpFormatter : public CLI::Formatter {
         }
         return text;
     }
+
+    // For --help-all: commands within commands too, which the parser only names.
+    std::string make_expanded(const CLI::App* command) const override {
+        std::string text = CLI::Formatter::make_expanded(command);
+        for (const CLI::App* const inner : command->get_subcommands({})) {
+            text += "\n" + command->get_name() + " " + make_expanded(inner);
+        }
+        return text;
+    }
 };
 
 // The parser would only say that a command is missing.
@@ -80,6 +89,7 @@ int Report(std::ostream& err, const char* what, int exit_code) {
 int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostream& err) {
     CLI::App program("Curves, tables and pictures from measured soil data.", "lmw");
     program.allow_windows_style_options(false);  // "/data/soil.csv" is a path on every platform
+    program.set_help_all_flag("--help-all", "Print the help of all commands and exit");
     program.set_version_flag("--version", LMW_VERSION_STRING);
     program.require_subcommand(1);
     program.failure_message([](const CLI::App*, const CLI::Error& error) { return error.what(); });
