@@ -81,11 +81,12 @@ TEST_F(FileSinkTest, LinesOfManyThreadsAndSinksStayWhole) {
     for (std::thread& thread : threads) {
         thread.join();
     }
+    std::string tail(2000, 'x');
+    tail += '>';
     std::set<int> numbers;
     for (const std::string& line : Lines()) {
         const std::size_t begin = line.find('<');
-        ASSERT_EQ(line.substr(line.find_last_not_of('x', line.size() - 2) + 1),
-                  std::string(2000, 'x') + ">");
+        ASSERT_EQ(line.substr(line.find_last_not_of('x', line.size() - 2) + 1), tail);
         numbers.insert(std::stoi(line.substr(begin + 1)));
     }
     EXPECT_EQ(numbers.size(), std::size_t{kThreads * kMessages});
