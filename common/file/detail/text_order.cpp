@@ -36,8 +36,9 @@ class UnitCursor {
         if (c < 0x10000) {
             unit_ = static_cast<long>(c);
         } else if (c <= 0x10FFFF) {
-            unit_ = static_cast<long>(0xD800 + ((c - 0x10000) >> 10));
-            pending_ = static_cast<long>(0xDC00 + ((c - 0x10000) & 0x3FF));
+            const long above = static_cast<long>(c) - 0x10000;
+            unit_ = 0xD800 + (above >> 10);
+            pending_ = 0xDC00 + (above & 0x3FF);
         } else {
             unit_ = 0xFFFD;
         }
