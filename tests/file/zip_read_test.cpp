@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <initializer_list>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -298,23 +299,29 @@ void CompareSummaries(const std::string& bytes) {
     ASSERT_EQ(GetLwzVersion(StreamOver(bytes)), opens ? GetLwzVersion(zip) : Version::FromFirst(0));
 }
 
+// Shows every truncation of an archive, and every byte of it with one of the bits turned.
+template <class Visit>
+void ForEachDamage(const std::string& data, std::initializer_list<int> bits, Visit&& visit) {
+    for (std::size_t size = 0; size < data.size(); ++size) {
+        visit(data.substr(0, size));
+    }
+    std::string flipped = data;
+    for (char& byte : flipped) {
+        for (const int bit : bits) {
+            byte = static_cast<char>(byte ^ (1 << bit));
+            visit(flipped);
+            byte = static_cast<char>(byte ^ (1 << bit));
+        }
+    }
+}
+
 TEST(LwzVersion, QuickReadingAgreesWithOpening) {
     for (const std::string& archive : lmw::test::ArchiveDataNames()) {
         SCOPED_TRACE(archive);
         const std::string data = ArchiveData(archive);
-        if (data.size() > 2000) {
-            CompareSummaries(data);
-            continue;
-        }
-        for (std::size_t size = 0; size <= data.size(); ++size) {
-            CompareSummaries(data.substr(0, size));
-        }
-        for (std::size_t at = 0; at < data.size(); ++at) {
-            for (const int bit : {0, 3, 7}) {
-                std::string flipped = data;
-                flipped[at] = static_cast<char>(flipped[at] ^ (1 << bit));
-                CompareSummaries(flipped);
-            }
+        CompareSummaries(data);
+        if (data.size() <= 2000) {
+            ForEachDamage(data, {0, 3, 7}, &CompareSummaries);
         }
         if (HasFatalFailure()) {
             return;
@@ -329,13 +336,12 @@ TEST(ZipRead, TruncationAndBitFlipsNeverGiveWrongContent) {
     const std::string text = Content(whole, L"a.txt");
     int read = 0;
     int refused = 0;
-    const auto check = [&](const std::string& bytes) {
+    ForEachDamage(data, {0, 1, 2, 3, 4, 5, 6, 7}, [&](const std::string& bytes) {
         Zip zip;
         if (zip.OpenReadOnly(StreamOver(bytes)).Failed()) {
             ++refused;
             return;
         }
-        zip.Test(zip.GetAllFileIDs()).Ignore();
         Zip::Bytes content;
         for (const Zip::Id id : zip.GetAllFileIDs()) {
             if (zip.Extract(id, content).Succeeded()) {
@@ -344,17 +350,7 @@ TEST(ZipRead, TruncationAndBitFlipsNeverGiveWrongContent) {
                 ASSERT_TRUE(got == text || got == "b" || got.empty());
             }
         }
-    };
-    for (std::size_t size = 0; size < data.size(); ++size) {
-        check(data.substr(0, size));
-    }
-    for (std::size_t at = 0; at < data.size(); ++at) {
-        for (int bit = 0; bit < 8; ++bit) {
-            std::string flipped = data;
-            flipped[at] = static_cast<char>(flipped[at] ^ (1 << bit));
-            check(flipped);
-        }
-    }
+    });
     EXPECT_GT(read, 100);
     EXPECT_GT(refused, 100);
 }
