@@ -2,7 +2,6 @@
 
 namespace lmw::fn {
 
-Capability::~Capability() = default;
 IFnUpdateCalculatedValues::~IFnUpdateCalculatedValues() = default;
 IFnLastError::~IFnLastError() = default;
 IFnIsEqual::~IFnIsEqual() = default;

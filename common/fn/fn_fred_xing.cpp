@@ -94,7 +94,7 @@ double FnFredXing::DyDx(double x, const math::algorithm::Tolerance<double>& /*to
         return 0.0;
     }
     const double suction = -x;
-    const double residual = 0.003 * limit_;
+    const double residual = 0.003 * limit_;  // as the curve has it
     const double whole = std::log(1.0 + limit_ / residual);
     const double correction = 1.0 - std::log(1.0 + suction / residual) / whole;
     const double power = std::pow(suction / a_, n_);

@@ -4,6 +4,10 @@
 
 FnKind::~FnKind() = default;
 
+std::wstring FnKind::Name() const {
+    return name_.empty() ? KindName() : name_;
+}
+
 void FnKind::SetInputParam(DataParamType param) {
     input_param_ = param;
     DefinitionChanged();

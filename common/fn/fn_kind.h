@@ -17,10 +17,11 @@
 /// functions that differ in them only are equal.
 class LMW_API FnKind : public FnImpl {
  public:
+    FnKind& operator=(const FnKind&) = delete;
     ~FnKind() override;
 
     /// The name given, else that of the kind. Setting the empty text takes the given one away.
-    [[nodiscard]] std::wstring Name() const { return name_.empty() ? KindName() : name_; }
+    [[nodiscard]] virtual std::wstring Name() const;
     void SetName(const std::wstring& name) { name_ = name; }
 
     [[nodiscard]] const std::wstring& Description() const { return description_; }
@@ -42,6 +43,8 @@ class LMW_API FnKind : public FnImpl {
  protected:
     using FnImpl::FnImpl;
     FnKind(const FnKind&) = default;
+
+    [[nodiscard]] const std::wstring& GivenName_() const { return name_; }
 
     /// The failure of an evaluation of this function: its name, and its description if it has one.
     [[nodiscard]] gtl::status UnableToComputeValue_() const;

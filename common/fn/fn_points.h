@@ -41,6 +41,7 @@ class LMW_API FnPoints : public FnKind,
                          public lmw::fn::IFnSupportsReview,
                          public lmw::fn::IFnReview {
  public:
+    FnPoints& operator=(const FnPoints&) = delete;
     ~FnPoints() override;
 
     /// The attributes that the kinds share.

@@ -24,6 +24,9 @@ class LMW_API FnUndefined final : public FnKind, public lmw::fn::IFnLastError {
     /// The dictionary of all undefined functions, by which they are recognised.
     [[nodiscard]] static const lmw::fn::IAttributeDictionary& Dictionary();
 
+    /// The name given, also when it is empty.
+    [[nodiscard]] std::wstring Name() const override { return GivenName_(); }
+
     [[nodiscard]] double Calculate(const double* x, const double* y) const override;
     [[nodiscard]] std::unique_ptr<FnImpl> Clone() const override;
     [[nodiscard]] std::wstring KindName() const override;

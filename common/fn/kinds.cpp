@@ -72,13 +72,13 @@ gtl::status Build(const std::wstring& text, std::wstring& name, IFn& function) {
 
 }  // namespace
 
-gtl::status RegisterKind(const std::wstring& name, KindMaker make) {
+gtl::status RegisterKind(const std::wstring& name, const KindMaker& make) {
     if (name.empty() || name.find_first_of(L"()") != std::wstring::npos) {
         return error::MalformedFunctionText();
     }
     Kinds& kinds = AllKinds();
     const std::lock_guard lock(kinds.mutex);
-    if (!kinds.makers.try_emplace(name, std::move(make)).second) {
+    if (!kinds.makers.try_emplace(name, make).second) {
         return gtl::Convert_error_status::OutOfRangeStatus(name, {});
     }
     return {};

@@ -22,10 +22,10 @@ using KindMaker = std::function<std::unique_ptr<FnImpl>()>;
 // each constant with a unit ("ConstPressure", ...; FnUnitConst) and one for each reference to
 // another function ("VolWC", ...; FnReference). All functions here may be called from any thread.
 
-/// Adds a kind for the rest of the process. Fails with gtl::Convert_error_status::OutOfRangeStatus
-/// when the name is taken, and with error::MalformedFunctionText() when it is empty or has a
-/// parenthesis.
-LMW_API gtl::status RegisterKind(const std::wstring& name, KindMaker make);
+/// Adds a kind for the rest of the process; `make` is not empty. Fails with
+/// gtl::Convert_error_status::OutOfRangeStatus when the name is taken, and with
+/// error::MalformedFunctionText() when it is empty or has a parenthesis.
+LMW_API gtl::status RegisterKind(const std::wstring& name, const KindMaker& make);
 
 /// The names of all kinds, in alphabetical order.
 LMW_API std::vector<std::wstring> KindNames();

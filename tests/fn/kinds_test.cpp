@@ -79,7 +79,7 @@ TEST(Create, KeepsTheReasonInAnUndefinedFunction) {
         const wchar_t* name;
     };
     const Row rows[] = {
-        {L"Linear", 20547, L"Undefined"},
+        {L"Linear", 20547, L""},
         {L"Bezier(1)", 20220, L"Bezier"},
         {L"Linear(DataInit=0 1;2 x)", 20218, L"Linear"},
         {L"Linear(Colour=red)", 21638, L"Linear"},
