@@ -3,7 +3,7 @@
 JOBS ?= 2
 MAKEFLAGS += --no-print-directory
 
-.PHONY: help demo test dev asan tsan clang windows package bench format lint checks clean
+.PHONY: help demo test dev asan tsan clang windows package docs bench format lint checks clean
 
 help:
 	@echo "make demo     build the library and the lmw tool, run the worked example"
@@ -14,6 +14,7 @@ help:
 	@echo "make clang    tests of a Clang build"
 	@echo "make windows  cross-build for 64-bit Windows, tests under Wine"
 	@echo "make package  a Debian package of the library, tool, headers and examples, in build/release"
+	@echo "make docs     the guide and the reference as HTML, in build/docs/html"
 	@echo "make bench    build and run the benchmarks (BENCH=regex picks some)"
 	@echo "make checks   formatting, include direction, exports, static analysis of the library"
 	@echo "make lint     static analysis of the library and the tool (a quarter of an hour)"
@@ -63,7 +64,11 @@ windows: demo
 	$(call configure_and_build,windows)
 	ctest --preset windows
 
-package:
+docs:
+	scripts/bootstrap docs
+	scripts/make-docs
+
+package: docs
 	scripts/bootstrap build package
 	$(call configure_and_build,release)
 	cd build/release && cpack
