@@ -14,6 +14,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <iostream>
 #include <memory>
 #include <string>
 
@@ -105,7 +106,7 @@ class FnVanGenuchten final : public FnKind,
 };
 
 int Report(const gtl::status& failure) {
-    std::fprintf(stderr, "%s\n", sys::Narrow(failure.as_wstring()).c_str());
+    std::cerr << sys::Narrow(failure.as_wstring()) << '\n';
     return 1;
 }
 
