@@ -97,11 +97,12 @@ double FnFredXing::DyDx(double x, const math::algorithm::Tolerance<double>& /*to
     const double residual = 0.003 * limit_;  // as the curve has it
     const double whole = std::log(1.0 + limit_ / residual);
     const double correction = 1.0 - std::log(1.0 + suction / residual) / whole;
-    const double power = std::pow(suction / a_, n_);
-    // Where the power leaves the range of a double, e is nothing beside it.
-    const bool is_huge = std::isinf(power);
-    const double logarithm =
-        is_huge ? n_ * std::log(suction / a_) : std::log(std::numbers::e + power);
+    // As in the curve: where the power would leave the range of a double, e is nothing beside it.
+    constexpr double kLogOfLargest = 709.0;
+    const double log_power = n_ * std::log(suction / a_);
+    const bool is_huge = log_power > kLogOfLargest;
+    const double power = is_huge ? 0.0 : std::pow(suction / a_, n_);
+    const double logarithm = is_huge ? log_power : std::log(std::numbers::e + power);
     const double share = is_huge ? 1.0 : power / (std::numbers::e + power);
     const double shape = std::pow(1.0 / logarithm, m_);
     const double shape_slope = -m_ * shape / logarithm * n_ / suction * share;

@@ -10,6 +10,7 @@
 #include "common/fn/fn_reference.h"
 #include "common/fn/fn_string.h"
 #include "common/fn/fn_undefined.h"
+#include "common/math/fpu.h"
 
 #include "tests/fn/test_kinds.h"
 #include "tests/support/property_random.h"
@@ -238,6 +239,10 @@ TEST(FredlundXingFunction, HasTheDerivativeOfItsCurve) {
             EXPECT_NEAR(slope, difference, 1e-5 * std::fabs(difference) + 1e-11 / step)
                 << "n " << n << ", suction " << suction;
         }
+        math::fpu::Exception::On(math::fpu::Exception::DefaultExceptionMask());  // nothing traps
+        const double far_out = impl::DyDx(-9e5, tolerance, function).value;
+        math::fpu::Exception::Off();
+        EXPECT_LT(0.0, far_out);
         EXPECT_EQ(impl::DyDx(1.0, tolerance, function).value, 0.0);
         EXPECT_FALSE(impl::Integrate(-1.0, 0.0, tolerance, function).computed);
         function.SetA(10.0);
