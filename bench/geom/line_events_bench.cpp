@@ -1,13 +1,19 @@
 // Events of sets of segments: scan and sweep around the threshold, growth with segments and
-// meetings, and, where Boost is at hand, its R-tree join with the same pair test as the peer.
+// meetings, real networks of rivers, borders and coasts where the shared data folder is at hand,
+// and, where Boost is, its R-tree join with the same pair test as the peer.
 
 #include "common/geom/line_events.h"
 #include "common/geom/line_intersection.h"
 #include "common/geom/precision.h"
 
 #include "bench/geom/segment_sets.h"
+#include "tests/support/shared_data.h"
 
 #include <benchmark/benchmark.h>
+
+#include <string>
+#include <utility>
+#include <vector>
 
 #if defined(LMW_BENCH_BOOST)
 #include <boost/geometry.hpp>
@@ -98,6 +104,48 @@ BENCHMARK(Forced)
 BENCHMARK(Diagonals)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(DiagonalsForced)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
+/// Three measured networks, 193 000 segments; empty when the data are not at hand.
+const Lines& Networks() {
+    static const Lines lines = [] {
+        Lines all;
+        for (const char* name : {"ne50m_coastline", "ne10m_rivers_europe", "ne10m_land_borders"}) {
+            lmw::test::CsvRow last;
+            for (lmw::test::CsvRow& row : lmw::test::ReadCsv(
+                     lmw::test::SharedData(std::string("line-segments/") + name + ".csv"))) {
+                if (!last.empty() && last[0] == row[0]) {
+                    all.push_back({{std::stod(last[1]), std::stod(last[2])},
+                                   {std::stod(row[1]), std::stod(row[2])}});
+                }
+                last = std::move(row);
+            }
+        }
+        return all;
+    }();
+    return lines;
+}
+
+/// Runs `action` on the networks, or says that they are missing.
+template <class Action>
+void WithNetworks(benchmark::State& state, const Action& action) {
+    if (Networks().empty()) {
+        state.SkipWithError("no networks (set LMW_TEST_DATA)");
+    } else {
+        action(Networks());
+    }
+}
+
+void NetworksChosen(benchmark::State& state) {
+    WithNetworks(
+        state, [&](const Lines& lines) { RunEvents(state, lines, SweepLineImplForced::kChoose); });
+}
+BENCHMARK(NetworksChosen)->Unit(benchmark::kMillisecond);
+
+void NetworksForced(benchmark::State& state) {
+    WithNetworks(state,
+                 [&](const Lines& lines) { RunEvents(state, lines, SweepLineImplForced::kSweep); });
+}
+BENCHMARK(NetworksForced)->Unit(benchmark::kMillisecond);
+
 #if defined(LMW_BENCH_BOOST)
 
 namespace bgi = boost::geometry::index;
@@ -107,10 +155,7 @@ using BoostEntry = std::pair<BoostBox, std::uint32_t>;
 
 /// The peer: a packed R-tree of widened boxes, one query per segment, the same pair test, no
 /// snapping.
-void BoostJoin(benchmark::State& state) {
-    const auto count = static_cast<std::size_t>(state.range(0));
-    const Lines lines = lmw::bench::RandomSet(
-        count, lmw::bench::LengthFor(count, static_cast<double>(state.range(1))));
+void RunBoostJoin(benchmark::State& state, const Lines& lines) {
     std::vector<LineEvent2D> events;
     for (auto _ : state) {
         events.clear();
@@ -139,7 +184,19 @@ void BoostJoin(benchmark::State& state) {
     }
     state.counters["events"] = static_cast<double>(events.size());
 }
+
+void BoostJoin(benchmark::State& state) {
+    const auto count = static_cast<std::size_t>(state.range(0));
+    RunBoostJoin(state,
+                 lmw::bench::RandomSet(
+                     count, lmw::bench::LengthFor(count, static_cast<double>(state.range(1)))));
+}
 BENCHMARK(BoostJoin)->Args({100000, 10000})->Args({100000, 500000})->Unit(benchmark::kMillisecond);
+
+void NetworksBoostJoin(benchmark::State& state) {
+    WithNetworks(state, [&](const Lines& lines) { RunBoostJoin(state, lines); });
+}
+BENCHMARK(NetworksBoostJoin)->Unit(benchmark::kMillisecond);
 
 #endif
 
