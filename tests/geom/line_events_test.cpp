@@ -53,7 +53,7 @@ TEST_P(SweepIsScan, OnSetsOfManySizes) {  // property 1
             }
         }
         expect(30, Precision3D());
-        expect(5000, Precision3D(4, 4, 4));
+        expect(lmw::test::kLargeSet, Precision3D(4, 4, 4));
     }
 }
 

@@ -252,7 +252,7 @@ TEST(RobustnessData, SweepIsScanOnEveryReportedFailure) {
             last = row;
         }
         for (auto& [name, lines] : cases) {
-            lines.resize(std::min<std::size_t>(lines.size(), 1500));  // the scan is quadratic
+            lines.resize(std::min<std::size_t>(lines.size(), 1000));  // the scan is quadratic
             SCOPED_TRACE(name);
             for (const int digits : {7, 12}) {
                 const Extents2D box = ExtentsOf(lines);

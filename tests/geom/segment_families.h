@@ -13,6 +13,13 @@
 
 namespace lmw::test {
 
+/// Segments in the one large set of each family: fewer where a sanitizer slows everything down.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr std::size_t kLargeSet = 1500;
+#else
+inline constexpr std::size_t kLargeSet = 5000;
+#endif
+
 struct SegmentFamily {
     const char* name;
     std::vector<Geom::Line2D> (*make)(PropertyRandom& random, std::size_t count, double h);
