@@ -1,5 +1,6 @@
 #include "common/geom/line_events.h"
 
+#include "common/geom/detail/end_filter.h"
 #include "common/geom/detail/line_sweep.h"
 #include "common/geom/detail/pair_filter.h"
 #include "common/geom/detail/pair_grid.h"
@@ -44,23 +45,55 @@ bool IsTame(const Line2D& line) noexcept {
     return tame(line.first.x) && tame(line.first.y) && tame(line.second.x) && tame(line.second.y);
 }
 
+/// A pair that counts, found out of order.
+struct Meeting {
+    PairKey key;
+    PairPoints points;
+};
+
 /// Meeting points to stored points, the database being built when the first one comes.
 class InputSnapper {
  public:
     InputSnapper(const std::vector<Line2D>& lines, const Precision3D& precision)
         : lines_(lines), precision_(precision) {}
 
-    /// How many points will come.
-    void Expect(std::size_t points) { expected_ = points; }
+    /// What will come, if it is known. Few meetings need few of the ends.
+    void Expect(const std::vector<Meeting>& meetings) {
+        constexpr std::size_t kFewMeetings = 4;  // as a part of the segments
+        expected_ = meetings.size();
+        if (meetings.empty() || meetings.size() * kFewMeetings >= lines_.size()) {
+            return;
+        }
+        Extents2D extents;
+        for (const Meeting& meeting : meetings) {
+            for (const Point2D& p : {meeting.points.p0, meeting.points.p1}) {
+                if (p.IsValid()) {
+                    extents = {std::min(extents.x_min, p.x), std::max(extents.x_max, p.x),
+                               std::min(extents.y_min, p.y), std::max(extents.y_max, p.y)};
+                }
+            }
+        }
+        filter_.emplace(extents, meetings.size(), precision_);
+        for (const Meeting& meeting : meetings) {
+            for (const Point2D& p : {meeting.points.p0, meeting.points.p1}) {
+                if (p.IsValid()) {
+                    filter_->MarkAround(p);
+                }
+            }
+        }
+        if (!filter_->CloseOver(lines_)) {
+            filter_.reset();
+        }
+    }
 
     Point2D operator()(const Point2D& p) {
         if (!grid_) {
             grid_.emplace(precision_);
-            grid_->Reserve(2 * lines_.size() + expected_);
+            grid_->Reserve(expected_ + (filter_ ? expected_ : 2 * lines_.size()));
             for (const Line2D& line : lines_) {
                 if (line.first.IsValid() && line.second.IsValid()) {
-                    grid_->Insert(line.first);
-                    grid_->Insert(line.second);
+                    InsertEnd(line.first);
+                    InsertEnd(line.second);
                 }
             }
         }
@@ -68,9 +101,16 @@ class InputSnapper {
     }
 
  private:
+    void InsertEnd(const Point2D& end) {
+        if (!filter_ || filter_->Contains(end)) {
+            grid_->Insert(end);
+        }
+    }
+
     const std::vector<Line2D>& lines_;
     const Precision3D& precision_;
     std::size_t expected_ = 0;
+    std::optional<detail::EndFilter> filter_;
     std::optional<detail::PointGrid> grid_;
 };
 
@@ -78,18 +118,12 @@ class DatabaseSnapper {
  public:
     explicit DatabaseSnapper(IGeometryDatabase& database) : database_(database) {}
 
-    void Expect(std::size_t /*points*/) {}
+    void Expect(const std::vector<Meeting>& /*meetings*/) {}
 
     Point2D operator()(const Point2D& p) { return database_.PointAt(database_.InsertPoint(p)); }
 
  private:
     IGeometryDatabase& database_;
-};
-
-/// A pair that counts, found out of order.
-struct Meeting {
-    PairKey key;
-    PairPoints points;
 };
 
 template <class Snapper>
@@ -190,7 +224,7 @@ class Engine {
     /// Sorted by counting on i, because there are as many meetings as segments or more; few share
     /// an i.
     void ReportInOrder(const std::vector<Meeting>& meetings) {
-        snapper_.Expect(meetings.size());
+        snapper_.Expect(meetings);
         std::vector<std::uint32_t> begin(lines_.size() + 1, 0);
         for (const Meeting& meeting : meetings) {
             ++begin[detail::FirstOf(meeting.key)];

@@ -1,6 +1,8 @@
+#include "common/geom/detail/end_filter.h"
 #include "common/geom/detail/int128.h"
 #include "common/geom/detail/line_sweep.h"
 #include "common/geom/detail/pair_grid.h"
+#include "common/geom/detail/point_grid.h"
 #include "common/geom/detail/sweep_items.h"
 #include "common/geom/detail/sweep_status.h"
 
@@ -106,6 +108,51 @@ TEST(SweepPairs, FindsNothingAmongSegmentsThatKeepTheirDistance) {  // property 
     std::vector<std::uint32_t> used(lines.size());
     std::iota(used.begin(), used.end(), 0U);
     EXPECT_TRUE(SweepPairs(lines, boxes, used, precision).empty());
+}
+
+/// Sparse ends, so that chains of equal ones form, reach across cells and break off.
+TEST(EndFilter, LeavesOutOnlyEndsThatChangeNoAnswer) {
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    const Precision3D precision(3, 3, 3);
+    const double h = precision.halfEpsilon[0];
+    int closed = 0;
+    std::size_t left_out = 0;
+    for (int k = 0; k < 2000; ++k) {
+        const auto point = [&] {
+            return Geom::Point2D{h * random.Uniform(0.0, 150.0), h * random.Uniform(0.0, 2.0)};
+        };
+        std::vector<Line2D> lines(80);
+        for (Line2D& line : lines) {
+            line = {point(), point()};
+        }
+        const Geom::Point2D points[] = {point(), point(), point(), point()};
+        EndFilter filter({0.0, 150.0 * h, 0.0, 2.0 * h}, 200, precision);
+        for (const Geom::Point2D& p : points) {
+            filter.MarkAround(p);
+        }
+        if (!filter.CloseOver(lines)) {
+            continue;
+        }
+        ++closed;
+        PointGrid all(precision);
+        PointGrid some(precision);
+        for (const Line2D& line : lines) {
+            for (const Geom::Point2D& end : {line.first, line.second}) {
+                all.Insert(end);
+                if (filter.Contains(end)) {
+                    some.Insert(end);
+                } else {
+                    ++left_out;
+                }
+            }
+        }
+        for (const Geom::Point2D& p : points) {
+            ASSERT_TRUE(IsExactEqual2D(all.Points()[all.Insert(p)], some.Points()[some.Insert(p)]));
+        }
+    }
+    EXPECT_GT(closed, 1000);
+    EXPECT_GT(left_out, 10000U);
 }
 
 TEST(PairGrid, GivesUpRatherThanWorkQuadratically) {

@@ -159,6 +159,26 @@ Lines NearTouches(PropertyRandom& random, std::size_t count, double h) {
     return lines;
 }
 
+/// A crossing beside a row of ends, each equal to the next but not to the one after: what the
+/// crossing snaps to hangs on the whole row.
+Lines RowsOfEnds(PropertyRandom& random, std::size_t count, double h) {
+    Lines lines;
+    while (lines.size() < count) {
+        const Point2D c = RandomPoint(random, 100.0);
+        lines.push_back({{c.x - 1.0, c.y + 1.0}, {c.x + 5.0 * h, c.y - 5.0 * h}});
+        lines.push_back({{c.x - 1.0, c.y - 1.0}, {c.x + 5.0 * h, c.y + 5.0 * h}});
+        const auto row = static_cast<std::ptrdiff_t>(lines.size());
+        double along = random.Uniform(0.0, 1.0) * h;
+        for (int k = 0; k < 30; ++k) {
+            lines.push_back({{c.x + along, c.y}, {c.x + 0.1 * k, c.y + 1.0}});
+            along += random.Uniform(0.6, 1.1) * h;
+        }
+        std::shuffle(lines.begin() + row, lines.end(),
+                     random.Engine());  // first come, first stored
+    }
+    return lines;
+}
+
 /// A closed network of short edges, as boundaries are, with a few crossings.
 Lines Chains(PropertyRandom& random, std::size_t count, double h) {
     Lines lines;
@@ -254,6 +274,7 @@ const std::vector<SegmentFamily>& SegmentFamilies() {
         {"overlapping", Overlapping},
         {"clustered", Clustered},
         {"near_touches", NearTouches},
+        {"rows_of_ends", RowsOfEnds},
         {"chains", Chains},
         {"parallel_diagonals", ParallelDiagonals},
         {"large_offset", LargeOffset},

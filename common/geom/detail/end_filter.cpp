@@ -1,0 +1,59 @@
+#include "common/geom/detail/end_filter.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Geom::detail {
+
+namespace {
+
+/// Few cells are marked, and all fit a fast cache as long as there are ten thousand points.
+constexpr double kCellsPerPoint = 16.0;
+
+}  // namespace
+
+EndFilter::EndFilter(const Extents2D& extents, std::size_t points, const Precision3D& precision)
+    : side_(1 + static_cast<std::size_t>(std::sqrt(kCellsPerPoint * static_cast<double>(points)))),
+      x_(MakeAxis(extents.x_min, extents.x_max, precision.halfEpsilon[0], side_)),
+      y_(MakeAxis(extents.y_min, extents.y_max, precision.halfEpsilon[1], side_)),
+      marked_(side_ * side_) {}
+
+EndFilter::Axis EndFilter::MakeAxis(double low, double high, double half_epsilon,
+                                    std::size_t side) noexcept {
+    const double reach = half_epsilon * (1.0 + 1e-6);  // covers the rounding of the comparison
+    const double width = std::max((high - low) / static_cast<double>(side), 4.0 * reach);
+    const double inverse = 1.0 / width;
+    return {low, reach, std::isfinite(inverse) ? inverse : 0.0};  // no width: one cell
+}
+
+bool EndFilter::MarkAround(const Point2D& p) {
+    const std::size_t x_last = x_.Cell(p.x + x_.reach, side_);
+    const std::size_t y_last = y_.Cell(p.y + y_.reach, side_);
+    bool grown = false;
+    for (std::size_t ix = x_.Cell(p.x - x_.reach, side_); ix <= x_last; ++ix) {
+        for (std::size_t iy = y_.Cell(p.y - y_.reach, side_); iy <= y_last; ++iy) {
+            std::vector<bool>::reference cell = marked_[ix * side_ + iy];
+            grown = grown || !cell;
+            cell = true;
+        }
+    }
+    return grown;
+}
+
+bool EndFilter::CloseOver(const std::vector<Line2D>& lines) {
+    constexpr int kMostRounds = 4;  // chains across borders of such wide cells are rare
+    for (int round = 0; round < kMostRounds; ++round) {
+        bool grown = false;
+        for (const Line2D& line : lines) {
+            for (const Point2D& end : {line.first, line.second}) {
+                grown |= Contains(end) && MarkAround(end);
+            }
+        }
+        if (!grown) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace Geom::detail

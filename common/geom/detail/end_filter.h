@@ -1,0 +1,61 @@
+#pragma once
+
+// Which ends of segments can matter for what some points snap to. Few meetings among many segments
+// lie far from most ends; leaving those out of the snapping saves most of its time and cannot
+// change what it answers.
+
+#include "common/geom/geom_types.h"
+#include "common/geom/precision.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace Geom::detail {
+
+/// A coarse grid of marked cells around points.
+///
+/// What a point snaps to depends on the ends equal to it, whether these are stored depends on the
+/// ends equal to them, and so on along a chain. CloseOver follows the chains; after it every end of
+/// a chain that reaches one of the points lies in a marked cell. Ends in marked cells that belong
+/// to no such chain do no harm: they equal none of the points.
+class EndFilter {
+ public:
+    /// Cells for about `points` points within `extents`; what lies outside belongs to the edge.
+    EndFilter(const Extents2D& extents, std::size_t points, const Precision3D& precision);
+
+    /// Marks every cell in which an equal point can lie; true when one of them was not marked.
+    bool MarkAround(const Point2D& p);
+
+    [[nodiscard]] bool Contains(const Point2D& p) const noexcept {
+        return marked_[x_.Cell(p.x, side_) * side_ + y_.Cell(p.y, side_)];
+    }
+
+    /// Marks around the ends in marked cells until nothing changes; false when that takes too long.
+    [[nodiscard]] bool CloseOver(const std::vector<Line2D>& lines);
+
+ private:
+    struct Axis {
+        double low;
+        double reach;    // how far away an equal coordinate can lie
+        double inverse;  // 1 / cell width, at least four reaches wide
+
+        /// Monotone, which is what completeness needs; the first cell for what is not a number.
+        [[nodiscard]] std::size_t Cell(double v, std::size_t side) const noexcept {
+            const double place = (v - low) * inverse;
+            if (!(place > 0.0)) {
+                return 0;
+            }
+            return place < static_cast<double>(side) ? static_cast<std::size_t>(place) : side - 1;
+        }
+    };
+
+    [[nodiscard]] static Axis MakeAxis(double low, double high, double half_epsilon,
+                                       std::size_t side) noexcept;
+
+    std::size_t side_;
+    Axis x_;
+    Axis y_;
+    std::vector<bool> marked_;
+};
+
+}  // namespace Geom::detail
