@@ -229,70 +229,30 @@ TEST_P(PairTest, CodeAndPointsFollow) {  // LineIntersection2D 2, 3, 4
                                         IntersectionType::kNoOverlapPoint));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, PairTest,
-    testing::Values(
-        PairRow{"crossing", {{0, 0}, {4, 4}}, {{0, 4}, {4, 0}}, 1, {2, 2}, kNone, true, {2, 2}},
-        PairRow{"apart", {{0, 0}, {1, 0}}, {{0, 1}, {1, 1}}, 0, kNone, kNone, false, kNone},
-        PairRow{"parallel_in_one_box",
-                {{0, 0}, {4, 4}},
-                {{1, 0}, {4, 3}},
-                0,
-                kNone,
-                kNone,
-                false,
-                kNone},
-        PairRow{"shared_end", {{0, 0}, {1, 0}}, {{0, 0}, {0, 1}}, 1, {0, 0}, kNone, false, kNone},
-        PairRow{"collinear_end_to_end",
-                {{0, 0}, {1, 0}},
-                {{1, 0}, {2, 0}},
-                1,
-                {1, 0},
-                kNone,
-                false,
-                kNone},
-        PairRow{"overlap", {{0, 0}, {2, 0}}, {{1, 0}, {3, 0}}, 2, {2, 0}, {1, 0}, false, {2, 0}},
-        PairRow{"same", {{0, 0}, {1, 0}}, {{1, 0}, {0, 0}}, 2, {0, 0}, {1, 0}, false, {0, 0}},
-        PairRow{"inside", {{0, 0}, {4, 0}}, {{1, 0}, {3, 0}}, 2, {1, 0}, {3, 0}, false, {1, 0}},
-        PairRow{"inside_from_one_end",
-                {{0, 0}, {4, 0}},
-                {{0, 0}, {3, 0}},
-                2,
-                {3, 0},
-                {0, 0},
-                false,
-                {3, 0}},
-        PairRow{"tee_is_the_crossing",
-                {{0, 0}, {4, 0}},
-                {{2, 3}, {2, -0.0004}},
-                1,
-                {2, 0},
-                kNone,
-                false,
-                {2, 0}},
-        PairRow{"tee_falls_short",
-                {{0, 0}, {4, 0}},
-                {{2, 3}, {2, 0.0004}},
-                1,
-                {2, 0.0004},
-                kNone,
-                false,
-                {2, 0.0004}},
-        PairRow{
-            "point_inside", {{0, 0}, {4, 0}}, {{1, 0}, {1, 0}}, 2, {1, 0}, {1, 0}, false, {1, 0}},
-        PairRow{
-            "points", {{1, 0}, {1, 0}}, {{1, 0.0004}, {1, 0.0004}}, 1, {1, 0}, kNone, false, kNone},
-        // Two ends touch, but the segments are not collinear and do not cross: nothing is left.
-        PairRow{"two_touches_not_collinear",
-                {{3.999, 0.0002}, {7.863, 1.0355}},
-                {{0, 0}, {4, 0}},
-                0,
-                kNone,
-                kNone,
-                false,
-                kNone},
-        PairRow{"placeholder", {}, {{0, 0}, {1, 1}}, 0, kNone, kNone, false, kNone}),
-    [](const auto& row) { return std::string(row.param.name); });
+// clang-format off
+const PairRow kPairs[] = {
+    {"crossing",             {{0, 0}, {4, 4}}, {{0, 4}, {4, 0}},           1, {2, 2},      kNone,  true,  {2, 2}},
+    {"apart",                {{0, 0}, {1, 0}}, {{0, 1}, {1, 1}},           0, kNone,       kNone,  false, kNone},
+    {"parallel_in_one_box",  {{0, 0}, {4, 4}}, {{1, 0}, {4, 3}},           0, kNone,       kNone,  false, kNone},
+    {"shared_end",           {{0, 0}, {1, 0}}, {{0, 0}, {0, 1}},           1, {0, 0},      kNone,  false, kNone},
+    {"collinear_end_to_end", {{0, 0}, {1, 0}}, {{1, 0}, {2, 0}},           1, {1, 0},      kNone,  false, kNone},
+    {"overlap",              {{0, 0}, {2, 0}}, {{1, 0}, {3, 0}},           2, {2, 0},      {1, 0}, false, {2, 0}},
+    {"same",                 {{0, 0}, {1, 0}}, {{1, 0}, {0, 0}},           2, {0, 0},      {1, 0}, false, {0, 0}},
+    {"inside",               {{0, 0}, {4, 0}}, {{1, 0}, {3, 0}},           2, {1, 0},      {3, 0}, false, {1, 0}},
+    {"inside_from_one_end",  {{0, 0}, {4, 0}}, {{0, 0}, {3, 0}},           2, {3, 0},      {0, 0}, false, {3, 0}},
+    {"tee_is_the_crossing",  {{0, 0}, {4, 0}}, {{2, 3}, {2, -0.0004}},     1, {2, 0},      kNone,  false, {2, 0}},
+    {"tee_falls_short",      {{0, 0}, {4, 0}}, {{2, 3}, {2, 0.0004}},      1, {2, 0.0004}, kNone,  false, {2, 0.0004}},
+    {"point_inside",         {{0, 0}, {4, 0}}, {{1, 0}, {1, 0}},           2, {1, 0},      {1, 0}, false, {1, 0}},
+    {"points",               {{1, 0}, {1, 0}}, {{1, .0004}, {1, .0004}},   1, {1, 0},      kNone,  false, kNone},
+    // Two ends touch, but the segments are not collinear and do not cross: nothing is left.
+    {"two_touches_not_collinear",
+                 {{3.999, .0002}, {7.863, 1.0355}}, {{0, 0}, {4, 0}},      0, kNone,       kNone,  false, kNone},
+    {"placeholder",          {},               {{0, 0}, {1, 1}},           0, kNone,       kNone,  false, kNone},
+};
+// clang-format on
+
+INSTANTIATE_TEST_SUITE_P(Rows, PairTest, testing::ValuesIn(kPairs),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(PairTest, ReportedPointsLieOnBothSegments) {  // LineIntersection2D 1
     PropertyRandom random;
