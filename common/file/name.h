@@ -92,6 +92,8 @@ class LMW_API Name {
     /// older initial step, 0, the ordinary ones, the last, unset), file name, extension. Where the
     /// first decimal digits of both extensions stand at the same position, what is before them
     /// decides, then the digits as an integer, then the rest; otherwise the whole texts.
+    /// By design: analyses are told apart by case and nothing else is. Analyses are keyed by their
+    /// exact names; folding them would make one entry of "Stage" and "stage".
     [[nodiscard]] int Compare(const Name& other) const;
 
     friend bool operator==(const Name& a, const Name& b) { return a.Compare(b) == 0; }
