@@ -30,7 +30,11 @@ class LMW_API ContainedFile {
     /// Begins the file `root`/`parts`...; its folders are made as by MakeContainedFolder.
     unsigned Create(const std::wstring& root, std::span<const std::wstring> parts);
 
-    unsigned Append(const void* from, std::size_t size);
+    unsigned Append(const void* from, std::size_t size) {
+        const unsigned code = file_.WriteAt(size_, from, size);
+        size_ += size;
+        return code;
+    }
 
     /// Gives the file its name; a file or link of that name is replaced, a folder is not.
     unsigned Commit();

@@ -107,12 +107,6 @@ unsigned ContainedFile::Create(const std::wstring& root, std::span<const std::ws
     return 0;
 }
 
-unsigned ContainedFile::Append(const void* from, std::size_t size) {
-    const unsigned code = file_.WriteAt(size_, from, size);
-    size_ += size;
-    return code;
-}
-
 unsigned ContainedFile::Commit() {
     const int folder = static_cast<int>(folder_);
     if (renameat(folder, Narrow(temporary_name_).c_str(), folder, Narrow(name_).c_str()) != 0) {

@@ -96,12 +96,6 @@ unsigned ContainedFile::Create(const std::wstring& root, std::span<const std::ws
     return 0;
 }
 
-unsigned ContainedFile::Append(const void* from, std::size_t size) {
-    const unsigned code = file_.WriteAt(size_, from, size);
-    size_ += size;
-    return code;
-}
-
 unsigned ContainedFile::Commit() {
     file_.Close();
     if (MoveFileExW(temporary_name_.c_str(), name_.c_str(), MOVEFILE_REPLACE_EXISTING) == 0) {

@@ -53,7 +53,14 @@ class LMW_API DiskFile {
     DiskFile(const DiskFile&) = delete;
     DiskFile& operator=(const DiskFile&) = delete;
     DiskFile(DiskFile&& other) noexcept : handle_(other.handle_) { other.handle_ = kClosed; }
-    DiskFile& operator=(DiskFile&& other) noexcept;
+    DiskFile& operator=(DiskFile&& other) noexcept {
+        if (this != &other) {
+            Close();
+            handle_ = other.handle_;
+            other.handle_ = kClosed;
+        }
+        return *this;
+    }
     ~DiskFile() { Close(); }
 
     /// Opens an existing file; a folder is refused.

@@ -54,6 +54,13 @@ int OpenPassing(const std::string& folder, std::string& name) {
     }
 }
 
+// Begins a passing file, without a name (which `name` then lacks) where that can be had.
+int OpenTemporary(const std::string& folder, std::string& name) {
+    name.clear();
+    const int file = OpenNameless(folder);
+    return file >= 0 ? file : OpenPassing(folder, name);
+}
+
 // Gives an open file without a name a name of its own.
 unsigned LinkPassing(int file, const std::string& folder, std::string& name) {
     const std::string self = "/proc/self/fd/" + std::to_string(file);
@@ -136,15 +143,6 @@ unsigned RemoveFile(const std::wstring& path) {
     return unlink(Narrow(path).c_str()) == 0 ? 0 : Errno();
 }
 
-DiskFile& DiskFile::operator=(DiskFile&& other) noexcept {
-    if (this != &other) {
-        Close();
-        handle_ = other.handle_;
-        other.handle_ = kClosed;
-    }
-    return *this;
-}
-
 unsigned DiskFile::OpenForReading(const std::wstring& path, Sharing /*sharing*/, DiskFile& file) {
     // Without O_NONBLOCK a pipe under that name would wait for its writer here.
     const int handle = open(Narrow(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -165,18 +163,15 @@ unsigned DiskFile::OpenForReading(const std::wstring& path, Sharing /*sharing*/,
 }
 
 unsigned DiskFile::CreateScratch(const std::wstring& path, DiskFile& file) {
-    const std::string folder = FolderOf(Narrow(path));
-    int handle = OpenNameless(folder);
+    std::string name;
+    const int handle = OpenTemporary(FolderOf(Narrow(path)), name);
     if (handle < 0) {
-        std::string name;
-        handle = OpenPassing(folder, name);
-        if (handle < 0) {
-            return Errno();
-        }
+        return Errno();
+    }
+    if (!name.empty()) {
         unlink(name.c_str());
     }
-    file.Close();
-    file.handle_ = handle;
+    file = FromHandle(handle);
     return 0;
 }
 
@@ -238,16 +233,12 @@ unsigned ReplacementFile::Create(const std::wstring& path) {
     Discard();
     in_place_ = false;
     path_ = path;
-    const std::string folder = FolderOf(Narrow(path));
-    int handle = OpenNameless(folder);
+    std::string name;
+    const int handle = OpenTemporary(FolderOf(Narrow(path)), name);
     if (handle < 0) {
-        std::string name;
-        handle = OpenPassing(folder, name);
-        if (handle < 0) {
-            return Errno();
-        }
-        temporary_path_ = Widen(name);
+        return Errno();
     }
+    temporary_path_ = Widen(name);
     file_ = DiskFile::FromHandle(handle);
     return 0;
 }

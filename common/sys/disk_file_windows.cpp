@@ -135,15 +135,6 @@ unsigned RemoveFile(const std::wstring& path) {
     return DeleteFileW(LongPath(path).c_str()) != 0 ? 0 : GetLastError();
 }
 
-DiskFile& DiskFile::operator=(DiskFile&& other) noexcept {
-    if (this != &other) {
-        Close();
-        handle_ = other.handle_;
-        other.handle_ = kClosed;
-    }
-    return *this;
-}
-
 unsigned DiskFile::OpenForReading(const std::wstring& path, Sharing sharing, DiskFile& file) {
     HANDLE handle = CreateFileW(LongPath(path).c_str(), GENERIC_READ,
                                 sharing == Sharing::kEveryone ? kShareAll : FILE_SHARE_READ,
