@@ -156,22 +156,36 @@ void SetFileSizeLimit(rlim_t limit) {
     setrlimit(RLIMIT_FSIZE, &limits);
 }
 
+// Gives this process its own view of what is mounted.
+bool HasOwnMounts() {
+    return unshare(CLONE_NEWNS) == 0 &&
+           mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
 TEST(ZipFaults, FileSizeLimitFailsAndCanBeRepeated) {
-    for (const std::size_t size : {900'000U, 3'000'000U}) {  // from memory, from the scratch file
-        for (const rlim_t limit : {100'000U, 500'000U, 890'000U}) {
-            SCOPED_TRACE(size);
-            SCOPED_TRACE(limit);
-            const ScratchFolder folder;
-            folder.Write("small", "small");
-            const std::wstring source = folder.Write("source", Noise(size));
-            EXPECT_EQ(RunChild([&] {
-                          std::signal(SIGXFSZ, SIG_IGN);
-                          SetFileSizeLimit(limit);
-                          return AddWithoutRoom(folder.Path(), "p.lwz", source,
-                                                [] { SetFileSizeLimit(RLIM_INFINITY); });
-                      }),
-                      kAsExpected);
-        }
+    struct Row {
+        std::size_t size;  // kept in memory, or in the scratch file
+        rlim_t limit;
+        bool names;  // without /proc a passing file has a name from the start
+    };
+    for (const Row& row :
+         {Row{900'000, 100'000, false}, Row{900'000, 890'000, false}, Row{900'000, 500'000, true},
+          Row{3'000'000, 100'000, false}, Row{3'000'000, 890'000, true}}) {
+        SCOPED_TRACE(row.size);
+        SCOPED_TRACE(row.limit);
+        const ScratchFolder folder;
+        folder.Write("small", "small");
+        const std::wstring source = folder.Write("source", Noise(row.size));
+        const int outcome = RunChild([&] {
+            if (row.names && (!HasOwnMounts() || mount("none", "/proc", "tmpfs", 0, "") != 0)) {
+                return kNotPossibleHere;
+            }
+            std::signal(SIGXFSZ, SIG_IGN);
+            SetFileSizeLimit(row.limit);
+            return AddWithoutRoom(folder.Path(), "p.lwz", source,
+                                  [] { SetFileSizeLimit(RLIM_INFINITY); });
+        });
+        EXPECT_TRUE(outcome == kAsExpected || (row.names && outcome == kNotPossibleHere));
     }
 }
 
@@ -184,9 +198,7 @@ TEST(ZipFaults, FullDiskFailsAndCanBeRepeated) {
         const fs::path disk = folder.Path() / "disk";
         const int outcome = RunChild([&] {
             // A disk of 512 kB, which nobody outside the child sees.
-            if (unshare(CLONE_NEWNS) != 0 ||
-                mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-                mount("disk", disk.c_str(), "tmpfs", 0, "size=512k") != 0) {
+            if (!HasOwnMounts() || mount("disk", disk.c_str(), "tmpfs", 0, "size=512k") != 0) {
                 return kNotPossibleHere;
             }
             folder.Write("disk/small", "small");
