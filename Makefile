@@ -71,7 +71,7 @@ docs:
 package: docs
 	scripts/bootstrap build package
 	$(call configure_and_build,release)
-	cd build/release && cpack
+	cd build/release && cpack -D "CPACK_INSTALLED_DIRECTORIES=$(CURDIR)/build/docs;usr/share/doc/loamworks-common"
 
 bench:
 	scripts/bootstrap build bench

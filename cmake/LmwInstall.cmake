@@ -42,10 +42,6 @@ install(
     FILES_MATCHING
     PATTERN "*.md"
     PATTERN "*.svg")
-# The guide and the reference, when they have been made (make docs).
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/build/docs/html" "${PROJECT_SOURCE_DIR}/build/docs/images"
-        DESTINATION "${LMW_DOC_DIR}" OPTIONAL)
-
 if(WIN32)
     # The compiler's runtime belongs beside the DLL (docs/windows.md).
     install(FILES ${LMW_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}")
