@@ -7,23 +7,25 @@
 #include <common/sys/text_encoding.h>
 
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <string_view>
 
 namespace {
 
 using sys::file::Zip;
 
 //! [write]
-// Adds a file to the archive at `path`, which is made when it is not there. On disk there is the
-// old archive or the new one, never half of one.
+// Puts a file into the archive at `path`, which is made when it is not there; Add alone would fail
+// where the name is taken. On disk there is the old archive or the new one, never half of one.
 gtl::status Store(const std::wstring& path, const std::wstring& file, const std::wstring& name) {
     Zip zip;
     gtl::status result = zip.Open(path, sys::file::zip::CompactMode::OnClose);
+    Zip::Ids same;
     if (result.Succeeded()) {
-        result = zip.Add(file, name);
+        result = zip.Find(same, name);
+    }
+    if (result.Succeeded()) {
+        result = same.empty() ? zip.Add(file, name) : zip.ReplaceAt(same.front(), file, {});
     }
     if (result.Succeeded()) {
         result = zip.SetComment(L"8.1");  // the version of the project's format
@@ -53,8 +55,8 @@ gtl::status Show(const std::wstring& path) {
         if (result = zip.Extract(id, bytes); result.Failed()) {
             return result;
         }
-        const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-        std::printf("%s: %s", sys::Narrow(zip.GetName(id)).c_str(), std::string(text).c_str());
+        std::printf("%s: %.*s", sys::Narrow(zip.GetName(id)).c_str(),
+                    static_cast<int>(bytes.size()), reinterpret_cast<const char*>(bytes.data()));
     }
     return result;
 }
@@ -63,7 +65,6 @@ gtl::status Show(const std::wstring& path) {
 }  // namespace
 
 int main() {
-    std::filesystem::remove("dam.lwz");  // of an earlier run
     std::ofstream("node.csv", std::ios::binary) << "node,head\n1,12.5\n";
 
     doc::file::Name name;
