@@ -42,16 +42,13 @@ gtl::status Show(const std::wstring& path) {
     if (result.Succeeded()) {
         result = zip.Find(ids, L"*.csv");
     }
-    if (result.Succeeded()) {
-        result = zip.Test(ids);
-    }
     if (result.Failed()) {
         return result;
     }
     const auto version = doc::file::GetLwzVersion(zip);
     std::printf("version %d.%d\n", version[0], version[1]);
     for (const Zip::Id id : ids) {
-        Zip::Bytes bytes;
+        Zip::Bytes bytes;  // only when they fit their sum
         if (result = zip.Extract(id, bytes); result.Failed()) {
             return result;
         }
