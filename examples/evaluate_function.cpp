@@ -25,7 +25,7 @@ class Reasons final : public lmw::fn::IErrorHandler {
  public:
     void CalculationFailed(const FnImpl& function, const double* x, const double* /*y*/,
                            const gtl::status& why) noexcept override {
-        std::printf("  no value of %s at %g: %s\n", sys::Narrow(function.KindName()).c_str(), *x,
+        std::printf("  no value of %s at %.0f: %s\n", sys::Narrow(function.KindName()).c_str(), *x,
                     sys::Narrow(why.as_wstring()).c_str());
     }
 };

@@ -125,7 +125,7 @@ int main() {
         return Report(result);
     }
     for (const double pressure : {0.0, -10.0, -100.0, -1000.0}) {
-        std::printf("%6g kPa  %.4f\n", pressure,
+        std::printf("%6.0f kPa  %.4f\n", pressure,
                     lmw::fn::impl::SafeCalculate(*silt, &pressure, nullptr));
     }
 

@@ -15,8 +15,9 @@
 namespace {
 
 void Print(const char* what, const gtl::status& result) {
-    std::printf("%s: %s\n", what,
-                result.Succeeded() ? "succeeded" : sys::Narrow(result.as_wstring()).c_str());
+    std::string text = result.Succeeded() ? "succeeded" : sys::Narrow(result.as_wstring());
+    std::erase(text, '\r');  // a list of failures ends its lines in "\r\n"
+    std::printf("%s: %s\n", what, text.c_str());
 }
 
 //! [return]
