@@ -1,6 +1,8 @@
 // lmw fit as a user meets it: command line in, report, files and exit code out.
 
+#include "common/fn/evaluate.h"
 #include "common/fn/fred_xing.h"
+#include "common/fn/kinds.h"
 
 #include "tests/support/property_random.h"
 #include "tests/tool/tool_run.h"
@@ -63,6 +65,15 @@ TEST(FitCommand, FindsAKnownCurveInEveryUnit) {
         EXPECT_NEAR(NumberAfter(result.out, "\"n\": "), 1.8, 1e-7);
         EXPECT_NEAR(NumberAfter(result.out, "\"m\": "), 0.6, 1e-7);
         EXPECT_EQ(NumberAfter(result.out, "\"saturated_water_content\": "), 0.42);
+        // The definition is a function that gives the same water contents.
+        const std::size_t from = result.out.find("FredlundXing(");
+        ASSERT_NE(from, std::string::npos);
+        const std::string text = result.out.substr(from, result.out.find('"', from) - from);
+        IFn function;
+        ASSERT_TRUE(lmw::fn::Create({text.begin(), text.end()}, function).Succeeded()) << text;
+        const double pressure = -100.0 / row.kilopascals;
+        EXPECT_NEAR(lmw::fn::impl::SafeCalculate(*function, &pressure, nullptr),
+                    math::fn::flow::FredXing(12.0, 1.8, 0.6, 0.42, 1e6)(-100.0), 1e-9);
     }
 }
 

@@ -73,7 +73,7 @@ std::string Report(const FitOptions& options, const RetentionFit& fit) {
     }
     text += line("largest residual", SixDigits(largest.fitted - largest.measured) +
                                          " at a suction of " + SixDigits(largest.suction) + unit);
-    return text;
+    return text + "\n" + fit.Definition() + "\n";
 }
 
 std::string ParametersCsv(const RetentionFit& fit) {
@@ -110,6 +110,7 @@ std::string Json(const FitOptions& options, const RetentionFit& fit) {
     json.Key("code").Value(static_cast<double>(fit.Result().code));
     json.Key("iterations").Count(static_cast<std::size_t>(fit.Result().iterations));
     json.Key("points").Count(static_cast<std::size_t>(fit.Result().points));
+    json.Key("definition").Value(fit.Definition());
     json.Key("unit").Value(fit.Unit().symbol);
     for (std::size_t k = 0; k < kParameters.size(); ++k) {
         json.Key(kParameters[k]).Value(ParametersOf(fit)[k]);
@@ -240,7 +241,9 @@ void AddFit(CLI::App& program, std::ostream& out) {
     command->footer(
         "Prints the parameters a, n, m of the curve, each with its standard error, and how well "
         "it\n"
-        "follows the points. The curve reaches 0 at a suction of 1e6 kPa.\n\n"
+        "follows the points; last the curve as the text of a function over pore-water pressure, "
+        "as\n"
+        "lmw fn takes it. The curve reaches 0 at a suction of 1e6 kPa.\n\n"
         "Examples:\n"
         "  lmw fit soil.csv --unit cm --svg soil.svg\n"
         "  lmw fit soil.csv --x pressure --saturated 0.43 --json\n");

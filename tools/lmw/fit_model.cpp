@@ -1,9 +1,12 @@
 #include "tools/lmw/fit_model.h"
 
+#include "common/fn/evaluate.h"
+#include "common/fn/fn_fred_xing.h"
 #include "common/undefined.h"
 
 #include "tools/lmw/curve_model.h"
 #include "tools/lmw/failure.h"
+#include "tools/lmw/text.h"
 
 #include <algorithm>
 #include <array>
@@ -92,6 +95,18 @@ std::string RetentionFit::Ending() const {
         default:
             return "not converged after " + iterations + ": the best values so far";
     }
+}
+
+std::string RetentionFit::Definition() const {
+    FnFredXing function;
+    function.SetInputParam(DataParamType::PorePressure);
+    function.SetOutputParam(DataParamType::VolumetricWaterContent);
+    function.SetA(result_.a);
+    function.SetN(result_.n);
+    function.SetM(result_.m);
+    function.SetSaturatedContent(theta_s_);
+    function.SetSuctionLimit(limit_);
+    return Utf8(fn::impl::as_wstring(function));
 }
 
 std::vector<Residual> RetentionFit::Residuals() const {

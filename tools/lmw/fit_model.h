@@ -67,6 +67,10 @@ class RetentionFit {
     /// How the fit ended, as a sentence for people without its full stop.
     [[nodiscard]] std::string Ending() const;
 
+    /// The curve as the definition text of a function over pore-water pressure, which lmw fn and
+    /// projects take.
+    [[nodiscard]] std::string Definition() const;
+
     [[nodiscard]] std::vector<Residual> Residuals() const;
 
     /// From a tenth of the smallest measured suction to the limit.
