@@ -1,14 +1,11 @@
 #include "common/math/detail/box_muller.h"
 
-#include "common/math/detail/mersenne_twister.h"
-
 #include "tests/support/property_random.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <utility>
@@ -18,7 +15,6 @@ namespace {
 
 using lmw::test::Exact;
 using lmw::test::PropertyRandom;
-using math::detail::MersenneTwister;
 using math::detail::MinusTwoLog;
 using math::detail::SineOfTurn;
 using math::detail::UniformMap;
@@ -81,33 +77,6 @@ TEST(OwnSine, IsWithinTwoUlpsOfTheCLibraryAtTheExactAngleAndIsOdd) {
     EXPECT_EQ(SineOfTurn(0xC0000000U), -1.0);
 }
 
-// FNV-1a over the bits of many values: one number that changes if any bit of any of them does.
-class BitHash {
- public:
-    void Add(double value) {
-        const auto bits = std::bit_cast<std::uint64_t>(value);
-        for (unsigned shift = 0; shift < 64; shift += 8) {
-            hash_ = (hash_ ^ ((bits >> shift) & 0xffU)) * 0x100000001b3U;
-        }
-    }
-    [[nodiscard]] std::uint64_t Value() const { return hash_; }
-
- private:
-    std::uint64_t hash_ = 0xcbf29ce484222325U;
-};
-
-// The expected numbers are those of GCC and Clang on Linux and of GCC for Windows alike.
-TEST(OwnFunctions, GiveTheSameBitsOnEveryPlatformAndCompiler) {
-    BitHash logarithms;
-    BitHash sines;
-    for (std::uint64_t y = 1; y < (std::uint64_t{1} << 32U); y += 40961) {
-        logarithms.Add(MinusTwoLog(static_cast<std::uint32_t>(y)));
-        sines.Add(SineOfTurn(static_cast<std::uint32_t>(y)));
-    }
-    EXPECT_EQ(logarithms.Value(), 13225043453259435955U);
-    EXPECT_EQ(sines.Value(), 4473867179098801480U);
-}
-
 TEST(NormalsFromPairs, VectorCodeAndSingleNumbersAgreeAndZeroHasItsOwnRadius) {
     PropertyRandom random;
     SCOPED_TRACE(random.Trace());
@@ -165,25 +134,6 @@ TEST(UniformMap, CoversRangesWhoseWidthOverflows) {
     EXPECT_NEAR(map(0x80000000U), 0.1e308, 1e293);
     EXPECT_LE(map(0xffffffffU), 1.7e308);
     EXPECT_GT(map(0xffffffffU), 1.69e308);
-}
-
-TEST(MersenneTwister, DiscardsAsIfDrawn) {
-    for (const std::uint64_t count : {0U, 1U, 623U, 624U, 625U, 1248U, 100000U}) {
-        for (const int drawn_before : {0, 1, 600, 624}) {
-            MersenneTwister drawn(5489);
-            for (int i = 0; i < drawn_before; ++i) {
-                drawn.Next();
-            }
-            MersenneTwister skipped = drawn;
-            skipped.Discard(count);
-            for (std::uint64_t i = 0; i < count; ++i) {
-                drawn.Next();
-            }
-            for (int i = 0; i < 700; ++i) {
-                ASSERT_EQ(skipped.Next(), drawn.Next()) << count << " after " << drawn_before;
-            }
-        }
-    }
 }
 
 }  // namespace

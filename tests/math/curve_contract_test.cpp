@@ -1,5 +1,5 @@
-// What holds for all three curves: no allocation, no floating-point exception of their own making,
-// many threads at once, spans.
+// What holds for all curves: preparation, no allocation, no floating-point exception of their own
+// making, many threads at once, spans.
 
 #include "common/math/curve_construction.h"
 #include "common/sys/floating_point.h"
@@ -66,6 +66,65 @@ std::vector<Calls> AllCurves() {
         }
     }
     return all;
+}
+
+/// `curve` is a cycle of period 2 over the points from 1 to 7, which its setters take back.
+template <class Curve>
+void ExpectEverySetterStartsAgain(Curve curve, std::vector<void (*)(Curve&)> setters,
+                                  const Curve& fresh) {
+    setters.insert(setters.end(), {[](Curve& c) { c.SetTailBefore(TailType::None()); },
+                                   [](Curve& c) { c.SetTailAfter(TailType::None()); },
+                                   [](Curve& c) { c.SetFunctionPeriod(kUndefined); },
+                                   [](Curve& c) { c.Assign(First(kPoints), Last(kPoints)); }});
+    for (const auto& setter : setters) {
+        const Curve copy = curve;
+        const double before = copy(1.5);
+        setter(curve);
+        EXPECT_EQ(curve(1.5), kUndefined);
+        EXPECT_EQ(curve.DyDx(1.5, kTolerance), kUndefined);
+        EXPECT_EQ(curve.Integrate(1.0, 1.5, kTolerance), kUndefined);
+        EXPECT_TRUE(lmw::IsDefined(before));
+        EXPECT_EQ(copy(1.5), before) << "a copy keeps its preparation";
+        ASSERT_TRUE(curve.UpdateCalculatedValues().Succeeded());
+    }
+    for (const double x : {0.0, 1.5, 2.5, 6.0, 7.0}) {
+        EXPECT_EQ(curve(x), fresh(x)) << x;
+    }
+}
+
+TEST(PreparedCurve, HasNoValuesAfterAnySetterAndStartsAgainFromTheCallersPoints) {
+    const TailType none = TailType::None();
+    ExpectEverySetterStartsAgain<Linear>(MakeLinear(kPoints, none, TailType::Cycle(), 2.0), {},
+                                         MakeLinear(kPoints, none, none));
+    ExpectEverySetterStartsAgain<Spline>(
+        MakeSpline(kPoints, 100, 50, none, TailType::Cycle(), 2.0),
+        {[](Spline& s) { s.SetSmooth(80); }, [](Spline& s) { s.SetTension(30); }},
+        MakeSpline(kPoints, 80, 30, none, none));
+    EXPECT_EQ(Linear(First(kPoints), Last(kPoints), none, none)(1.5), kUndefined) << "new";
+}
+
+template <class Curve>
+void ExpectOnePointIsEnough(Curve curve) {
+    EXPECT_TRUE(curve.UpdateCalculatedValues().Succeeded());
+    EXPECT_EQ(curve(1.0), kUndefined);
+    EXPECT_EQ(curve.DyDx(1.0, kTolerance), kUndefined);
+    EXPECT_EQ(curve.Integrate(0.0, 1.0, kTolerance), kUndefined);
+    EXPECT_EQ(curve.GetFunctionPeriodForCalculation(), kUndefined);
+    const FPOINT point{3.0, 7.0};
+    curve.Assign(&point, &point + 1);
+    curve.SetTailAfter(TailType::None());
+    EXPECT_EQ(curve(-1e9), 7.0);
+    EXPECT_EQ(curve.DyDx(1e9, kTolerance), 0.0);
+    EXPECT_EQ(curve.Integrate(4.0, 1.0, kTolerance), 21.0);
+    EXPECT_EQ(curve.GetFunctionPeriodForCalculation(), 0.0);
+    EXPECT_EQ(curve.Domain().after, math::fn::interpolate::Beyond::kLine);
+}
+
+TEST(PreparedCurve, WithNoOrOnePointNeedsNoPreparation) {
+    ExpectOnePointIsEnough(Linear(nullptr, nullptr, TailType::Calc(), TailType::Calc()));
+    const Spline none(100, 50, TailType::None(), TailType::None(), nullptr, nullptr, kUndefined);
+    EXPECT_EQ(none.Min(), kUndefined);
+    ExpectOnePointIsEnough(none);
 }
 
 TEST(AnyCurve, EvaluatesWithoutAllocating) {

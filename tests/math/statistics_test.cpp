@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <numeric>
 #include <vector>
 
 namespace {
@@ -23,19 +24,6 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 std::vector<std::uint32_t> Bins(const StatisticsAccumulator& accumulator) {
     return {accumulator.BinCounts().begin(), accumulator.BinCounts().end()};
-}
-
-TEST(StatisticsAccumulator, SummarisesAKnownSample) {
-    StatisticsAccumulator a;
-    for (const double x : {2.0, 4.0, 4.0, 4.0, 5.0, 5.0, 7.0, 9.0}) {
-        a.Accumulate(x);
-    }
-    EXPECT_EQ(a.Count(), 8);
-    EXPECT_DOUBLE_EQ(a.Mean(), 5.0);
-    EXPECT_DOUBLE_EQ(a.Variance(), 32.0 / 7.0);
-    EXPECT_DOUBLE_EQ(a.StandardDeviation(), std::sqrt(32.0 / 7.0));
-    EXPECT_EQ(a.Min(), 2.0);
-    EXPECT_EQ(a.Max(), 9.0);
 }
 
 TEST(StatisticsAccumulator, IsUndefinedWhileEmptyAndAfterReset) {
@@ -119,46 +107,65 @@ TEST(StatisticsAccumulator, KeepsTheVarianceOfASmallDeviationBesideALargeMean) {
     EXPECT_NEAR(a.Variance(), 2000.0 / 2999.0, 1e-6);
 }
 
-TEST(StatisticsAccumulator, MergedPartsAreTheWhole) {
+void ExpectSameBits(const StatisticsAccumulator& a, const StatisticsAccumulator& b) {
+    ASSERT_EQ(a.Count(), b.Count());
+    ASSERT_EQ(a.Min(), b.Min());
+    ASSERT_EQ(a.Max(), b.Max());
+    ASSERT_EQ(Bins(a), Bins(b));
+    ASSERT_EQ(a.Mean(), b.Mean());
+    ASSERT_EQ(a.Variance(), b.Variance());
+    ASSERT_EQ(a.StandardDeviation(), b.StandardDeviation());
+}
+
+// A range is the bits of its values one by one; parts are the whole up to rounding.
+TEST(StatisticsAccumulator, RangesAndMergedPartsAreTheWholeAndAgreeWithPlainSums) {
     PropertyRandom random;
     SCOPED_TRACE(random.Trace());
     const std::vector<double> edges{-100.0, -1.0, 0.0, 2.0, 500.0};
     for (int round = 0; round < 300; ++round) {
         const double shift = random.SignedLogUniform(1e-3, 1e6);
         StatisticsAccumulator whole(edges);
+        StatisticsAccumulator range(edges);
         StatisticsAccumulator merged(edges);
-        double sum = 0.0;
         std::vector<double> values;
         for (int part = random.Integer(1, 5); part > 0; --part) {
             StatisticsAccumulator piece(edges);
+            std::vector<double> all;
             for (int i = random.Integer(0, 60); i > 0; --i) {
-                const double x = shift + random.SignedLogUniform(1e-3, 1e3);
-                whole.Accumulate(x);
-                piece.Accumulate(x);
-                values.push_back(x);
-                sum += x;
+                all.push_back(random.Chance(0.05)   ? kNan
+                              : random.Chance(0.05) ? lmw::kUndefined
+                                                    : shift + random.SignedLogUniform(1e-3, 1e3));
+                whole.Accumulate(all.back());
+                piece.Accumulate(all.back());
+                if (all.back() < lmw::kUndefined) {
+                    values.push_back(all.back());
+                }
             }
+            range.Accumulate(all);
             ASSERT_TRUE(merged.Merge(piece));
         }
+        ExpectSameBits(range, whole);
         ASSERT_EQ(merged.Count(), whole.Count());
-        ASSERT_EQ(merged.Min(), whole.Min());
-        ASSERT_EQ(merged.Max(), whole.Max());
+        ASSERT_EQ(whole.Count(), static_cast<int>(values.size()));
         ASSERT_EQ(Bins(merged), Bins(whole));
         if (values.empty()) {
             continue;
         }
-        const double mean = sum / static_cast<double>(values.size());
+        const double n = static_cast<double>(values.size());
+        const double mean = std::accumulate(values.begin(), values.end(), 0.0) / n;
         double m2 = 0.0;
         for (const double x : values) {
             m2 += (x - mean) * (x - mean);
         }
-        const double tolerance = 1e-12 * (std::fabs(shift) + 1e3);
-        ASSERT_NEAR(merged.Mean(), mean, tolerance) << Exact(shift);
-        ASSERT_NEAR(whole.Mean(), mean, tolerance) << Exact(shift);
-        if (values.size() > 1) {
-            const double variance = m2 / static_cast<double>(values.size() - 1);
-            ASSERT_NEAR(merged.Variance(), variance, 1e-8 * variance) << Exact(shift);
-            ASSERT_NEAR(whole.Variance(), variance, 1e-8 * variance) << Exact(shift);
+        for (const StatisticsAccumulator& got : {whole, merged}) {
+            ASSERT_EQ(got.Min(), *std::min_element(values.begin(), values.end()));
+            ASSERT_EQ(got.Max(), *std::max_element(values.begin(), values.end()));
+            ASSERT_NEAR(got.Mean(), mean, 1e-12 * (std::fabs(shift) + 1e3)) << Exact(shift);
+            if (values.size() > 1) {
+                const double variance = m2 / (n - 1.0);
+                ASSERT_NEAR(got.Variance(), variance, 1e-8 * variance) << Exact(shift);
+                ASSERT_DOUBLE_EQ(got.StandardDeviation(), std::sqrt(got.Variance()));
+            }
         }
     }
 }
@@ -179,32 +186,6 @@ TEST(StatisticsAccumulator, MergesWithItselfAndRefusesOtherEdges) {
     EXPECT_FALSE(without.Merge(a));
     EXPECT_EQ(a.Count(), 4);
     EXPECT_EQ(without.Count(), 1);
-}
-
-TEST(StatisticsAccumulator, ARangeGivesTheBitsOfItsValuesOneByOne) {
-    PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
-    const std::vector<double> edges{-10.0, 0.0, 10.0};
-    StatisticsAccumulator single(edges);
-    StatisticsAccumulator range(edges);
-    range.Accumulate(std::vector<double>{});
-    EXPECT_EQ(range.Mean(), lmw::kUndefined);
-    for (int round = 0; round < 20; ++round) {
-        std::vector<double> values;
-        for (int i = random.Integer(0, 100); i > 0; --i) {
-            values.push_back(random.Chance(0.1)   ? kNan
-                             : random.Chance(0.1) ? lmw::kUndefined
-                                                  : random.SignedLogUniform(1e-3, 1e3));
-            single.Accumulate(values.back());
-        }
-        range.Accumulate(values);
-        ASSERT_EQ(range.Count(), single.Count());
-        ASSERT_EQ(range.Mean(), single.Mean());
-        ASSERT_EQ(range.Variance(), single.Variance());
-        ASSERT_EQ(range.Min(), single.Min());
-        ASSERT_EQ(range.Max(), single.Max());
-        ASSERT_EQ(Bins(range), Bins(single));
-    }
 }
 
 // Doubling by merging reaches the count's end without 2^31 calls.

@@ -28,11 +28,13 @@ TEST(StepCurve, HasItsTailRulesInTheirOrder) {
         {"the first point is data", none, none, 1.0, 10.0},
         {"a value holds up to the next point", none, none, std::nextafter(2.0, 0.0), 10.0},
         {"and not including it", none, none, 2.0, 20.0},
-        {"before: first y", calc, none, -5.0, 10.0},
         {"before: no tail", none, calc, 0.0, kUndefined},
         {"the last point is already in the tail", none, none, 4.0, kUndefined},
-        {"after: last y", none, calc, 9.0, 40.0},
         {"a cycle after leaves the slope before alone", TailType::Slope(1.0), cycle, 0.0, 11.0},
+        {"a slope before counts away from the data", TailType::Slope(2.0), calc, 0.0, 12.0},
+        {"a slope after runs from the first point", calc, TailType::Slope(0.5), 4.0, 41.5},
+        {"and goes on so", calc, TailType::Slope(0.5), 6.0, 42.5},
+        {"no cycle backwards", cycle, cycle, 0.5, kUndefined},
         {"a level slope at infinity", none, TailType(), HUGE_VAL, 40.0},
         {"a cycle at infinity", none, cycle, HUGE_VAL, kUndefined},
     };
@@ -40,20 +42,6 @@ TEST(StepCurve, HasItsTailRulesInTheirOrder) {
         EXPECT_EQ(MakeStep(kStairs, row.before, row.after)(row.x), row.expected) << row.why;
     }
     EXPECT_TRUE(std::isnan(MakeStep(kStairs, calc, calc)(std::nan(""))));
-}
-
-TEST(StepCurve, CountsTheSlopeBeforeAwayFromTheData) {
-    EXPECT_EQ(MakeStep(kStairs, TailType::Slope(2.0), TailType())(0.0), 12.0);
-}
-
-TEST(StepCurve, RunsTheSlopeAfterFromTheFirstPointStartingAtTheLast) {
-    const Step step = MakeStep(kStairs, TailType(), TailType::Slope(0.5));
-    EXPECT_EQ(step(4.0), 41.5);
-    EXPECT_EQ(step(6.0), 42.5);
-}
-
-TEST(StepCurve, DoesNotCycleBackwards) {
-    EXPECT_EQ(MakeStep(kStairs, TailType::Cycle(), TailType::Cycle())(0.5), kUndefined);
 }
 
 TEST(StepCurve, CyclesFromItsFirstPointLimitedToItsLast) {
