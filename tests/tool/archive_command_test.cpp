@@ -17,50 +17,50 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
+ToolResult Archive(const std::string& verb, const std::string& archive,
+                   std::vector<std::string> rest = {}) {
+    rest.insert(rest.begin(), {"archive", verb, archive});
+    return RunTool(rest);
+}
+
 TEST(ArchiveCommand, AProjectIsMadeReadAndChanged) {
     const TemporaryFolder folder;
-    const std::string archive = folder.Name("Bö.lwz");
+    const std::string name = folder.Name("Bö.lwz");
     const std::string a = folder.Write("a.csv", "1,2\n");
     const std::string b = folder.Write("b.csv", "3,4\n");
-    ToolResult run = RunTool({"archive", "add", archive, a, b, "--below", "Stage/1"});
-    EXPECT_EQ(run.exit_code, 0) << run.err;
-    EXPECT_EQ(run.out, "2 entries added\n");
-    EXPECT_EQ(RunTool({"archive", "comment", archive, "8.1"}).out, "8.1\n");
-    EXPECT_EQ(RunTool({"archive", "comment", archive}).out, "8.1\n");
-    EXPECT_THAT(RunTool({"archive", "info", archive}).out,
+    EXPECT_EQ(Archive("add", name, {a, b, "--below", "Stage/1"}).out, "2 entries added\n");
+    EXPECT_EQ(Archive("comment", name, {"8.1"}).out, "8.1\n");
+    EXPECT_EQ(Archive("comment", name).out, "8.1\n");
+    EXPECT_THAT(Archive("info", name).out,
                 StartsWith("version  8.1\ncomment  8.1\nentries  2\nsize     8 bytes\n"));
-    EXPECT_THAT(RunTool({"archive", "info", archive, "--json"}).out, HasSubstr("\"entries\": 2"));
-    EXPECT_THAT(RunTool({"archive", "list", archive, "*b.csv"}).out,
-                EndsWith(" Stage\\1\\b.csv\n"));
-    EXPECT_THAT(RunTool({"archive", "list", archive, "--json"}).out,
+    EXPECT_THAT(Archive("info", name, {"--json"}).out, HasSubstr("\"entries\": 2"));
+    EXPECT_THAT(Archive("list", name, {"*b.csv"}).out, EndsWith(" Stage\\1\\b.csv\n"));
+    EXPECT_THAT(Archive("list", name, {"--json"}).out,
                 HasSubstr("\"name\": \"Stage\\\\1\\\\a.csv\""));
-    EXPECT_EQ(RunTool({"archive", "test", archive}).out, "2 of 2 entries are good\n");
+    EXPECT_EQ(Archive("test", name).out, "2 of 2 entries are good\n");
 
     // Adding again is refused and changes nothing, replacing is not.
     static_cast<void>(folder.Write("a.csv", "new\n"));
-    run = RunTool({"archive", "add", archive, a, "--below", "Stage/1"});
-    EXPECT_EQ(run.exit_code, 1);
-    EXPECT_THAT(run.err, HasSubstr("Stage\\1\\a.csv"));
-    EXPECT_EQ(RunTool({"archive", "add", archive, a, "--below", "Stage/1", "--replace"}).exit_code,
-              0);
-    EXPECT_EQ(RunTool({"archive", "delete", archive, "*b*"}).out, "1 entries deleted\n");
-    run = RunTool({"archive", "extract", archive, folder.Name("out")});
-    EXPECT_EQ(run.exit_code, 0) << run.err;
+    const ToolResult refused = Archive("add", name, {a, "--below", "Stage/1"});
+    EXPECT_EQ(refused.exit_code, 1);
+    EXPECT_THAT(refused.err, HasSubstr("Stage\\1\\a.csv"));
+    EXPECT_EQ(Archive("add", name, {a, "--below", "Stage/1", "--replace"}).exit_code, 0);
+    EXPECT_EQ(Archive("delete", name, {"*b*"}).out, "1 entries deleted\n");
+    EXPECT_EQ(Archive("extract", name, {folder.Name("out")}).exit_code, 0);
     EXPECT_EQ(folder.Read("out/Stage/1/a.csv"), "new\n");
     EXPECT_EQ(folder.Read("out/Stage/1/b.csv"), std::nullopt);
-    run = RunTool({"archive", "extract", archive, folder.Name("small"), "--max-bytes", "3"});
-    EXPECT_EQ(run.exit_code, 1);
+    EXPECT_EQ(Archive("extract", name, {folder.Name("small"), "--max-bytes", "3"}).exit_code, 1);
     EXPECT_EQ(folder.Read("small/Stage/1/a.csv"), std::nullopt);
 }
 
 TEST(ArchiveCommand, PasswordsAreNeededToRead) {
     const TemporaryFolder folder;
-    const std::string archive = folder.Name("p.lwz");
+    const std::string name = folder.Name("p.lwz");
     const std::string a = folder.Write("a", "secret");
-    EXPECT_EQ(RunTool({"archive", "add", archive, a, "--password", "sesame"}).exit_code, 0);
-    EXPECT_EQ(RunTool({"archive", "test", archive}).exit_code, 1);
-    EXPECT_EQ(RunTool({"archive", "test", archive, "--password", "Sesame"}).exit_code, 1);
-    EXPECT_EQ(RunTool({"archive", "test", archive, "--password", "sesame"}).exit_code, 0);
+    EXPECT_EQ(Archive("add", name, {a, "--password", "sesame"}).exit_code, 0);
+    EXPECT_EQ(Archive("test", name).exit_code, 1);
+    EXPECT_EQ(Archive("test", name, {"--password", "Sesame"}).exit_code, 1);
+    EXPECT_EQ(Archive("test", name, {"--password", "sesame"}).exit_code, 0);
 }
 
 TEST(ArchiveCommand, DamageGivesOneAndBadUsageTwo) {

@@ -7,8 +7,8 @@
 
 namespace {
 
+using lmw::test::ExpectRefusals;
 using lmw::test::RunTool;
-using lmw::test::ToolResult;
 using testing::HasSubstr;
 
 TEST(FnCommand, ListsTheAttributes) {
@@ -45,31 +45,25 @@ TEST(FnCommand, TakesATextApart) {
 }
 
 TEST(FnCommand, SaysWhatIsWrong) {
-    struct Row {
-        std::vector<std::string> arguments;
-        const char* reason;
-    };
-    const Row rows[] = {
-        {{"Linear"}, "\"Linear\": The text of the function is malformed"},
-        {{"Bezier(1)"}, "\"Bezier\" is no kind (lmw fn --kinds lists them)"},
-        {{"Const(Colour=1)"},
-         "Const has no attribute \"Colour\" (Type, Description, FullDescription, Value)"},
-        {{"Const(x)"}, "Value: \"x\" cannot be read"},
-        {{"Const()"}, "definition of the function is incomplete"},
-        {{"VolWC(3)"}, "definition of the function is incomplete"},
-        {{"VolWC(3)", "--with", "three=Const(1)"}, "\"three=Const(1)\" is not a number"},
-        {{"VolWC(3)", "--with", "3=Const("}, "\"Const(\": The text"},
-        {{}, "no function given"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.reason);
-        std::vector<std::string> arguments = {"fn"};
-        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
-        const ToolResult result = RunTool(arguments);
-        EXPECT_EQ(result.exit_code, 2);
-        EXPECT_THAT(result.err, HasSubstr(row.reason));
-        EXPECT_EQ(result.out, "");
-    }
+    ExpectRefusals(
+        "fn",
+        {{nullptr, "Linear",
+          "\"Linear\": The text of the function is malformed: a name followed by key=value pairs "
+          "in parentheses was expected."},
+         {nullptr, "Bezier(1)", "\"Bezier(1)\": \"Bezier\" is no kind (lmw fn --kinds lists them)"},
+         {nullptr, "Const(Colour=1)",
+          "Const has no attribute \"Colour\" (Type, Description, FullDescription, Value)"},
+         {nullptr, "Const(x)",
+          "\"Const(x)\": Value: \"x\" cannot be read as a floating-point number: it holds a "
+          "character that does not belong there."},
+         {nullptr, "Const()", "\"Const()\": The definition of the function is incomplete."},
+         {nullptr, "VolWC(3)", "\"VolWC(3)\": The definition of the function is incomplete."},
+         {nullptr, "VolWC(3) --with three=Const(1)",
+          "--with: \"three=Const(1)\" is not a number above 0, an equals sign and a function"},
+         {nullptr, "VolWC(3) --with 3=Const(",
+          "\"Const(\": The text of the function is malformed: a name followed by key=value pairs "
+          "in parentheses was expected."},
+         {nullptr, "", "no function given, such as \"Linear(DataInit=0 1;2 3)\""}});
 }
 
 }  // namespace

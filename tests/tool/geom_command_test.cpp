@@ -7,6 +7,7 @@
 
 namespace {
 
+using lmw::test::ExpectRefusals;
 using lmw::test::RunTool;
 using lmw::test::TemporaryFolder;
 using lmw::test::ToolResult;
@@ -65,30 +66,23 @@ TEST(GeomCommand, DrawsThePictureAndWritesAllOrNothing) {
 }
 
 TEST(GeomCommand, ComplainsAboutBadInput) {
-    const TemporaryFolder folder;
-    const std::string csv = folder.Write("a.csv", "line,x,y\n0,0,zero\n");
-    const std::string good = folder.Write("b.csv", kCross);
-    const struct {
-        std::vector<std::string> arguments;
-        const char* complaint;
-    } rows[] = {
-        {{"geom", csv}, "zero"},
-        {{"geom", good, "--task", "divide"}, "--spacing"},
-        {{"geom", good, "--decimals", "2.5"}, "--decimals"},
-        {{"geom", good, "--kind", "touch"}, "touch"},
-        {{"geom", folder.Write("c.wkt", "CIRCLE (0 0)")}, "CIRCLE"},
-        {{"geom", folder.Write("d.wkt", "LINESTRING (0 0, 1")}, "coordinates"},
-        {{"geom", folder.Write("e.wkt", "LINESTRING (0 0, 1 1")}, "closing"},
-        {{"geom", folder.Write("f.wkt", "POLYGON " + std::string(5000, '('))}, "parentheses"},
-        {{"geom", folder.Write("g.csv", "0,1,1\n0,1,1\n"), "--task", "divide", "--spacing", "1"},
-         "cannot be divided"},
-    };
-    for (const auto& row : rows) {
-        const ToolResult result = RunTool(row.arguments);
-        EXPECT_EQ(2, result.exit_code) << row.complaint;
-        EXPECT_THAT(result.err, HasSubstr(row.complaint));
-        EXPECT_EQ("", result.out);
-    }
+    const std::string deep = "POLYGON " + std::string(5000, '(');
+    ExpectRefusals(
+        "geom",
+        {{"line,x,y\n0,0,zero\n", "", "p.csv, row 2: \"zero\" is not a number"},
+         {kCross, "--task divide", "--spacing: dividing needs a spacing above 0"},
+         {kCross, "--decimals 2.5", "--decimals: a whole number from -300 to 300 is needed"},
+         {kCross, "--kind touch",
+          "--kind: \"touch\" is none of intersection, coincident, crossing, collision"},
+         {"CIRCLE (0 0)", "", "c.wkt: \"CIRCLE\" is no geometry at \"(0 0)\"", "c.wkt"},
+         {"LINESTRING (0 0, 1", "", "d.wkt: no pair of coordinates at \"1\"", "d.wkt"},
+         {"LINESTRING (0 0, 1 1", "", "e.wkt: a closing parenthesis is missing at the end",
+          "e.wkt"},
+         {deep.c_str(), "",
+          "f.wkt: too many parentheses at "
+          "\"((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((...\"",
+          "f.wkt"},
+         {"0,1,1\n0,1,1\n", "--task divide --spacing 1", "p.csv: row 0 cannot be divided"}});
 }
 
 }  // namespace

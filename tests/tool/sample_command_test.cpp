@@ -10,33 +10,29 @@
 
 namespace {
 
+using lmw::test::ExpectRefusals;
+using lmw::test::Packed;
 using lmw::test::RunTool;
 using lmw::test::TemporaryFolder;
 using lmw::test::ToolResult;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 TEST(SampleCommand, WritesTheNumbersOfTheSeedAndSummarisesThem) {
     const TemporaryFolder folder;
-    const ToolResult run = RunTool({"sample", "--law", "uniform", "--to", "4294967296", "--seed",
-                                    "0", "--count", "2", "-o", folder.Name("numbers.csv")});
+    const std::string options = "--law uniform --to 4294967296 --seed 0 --count 2";
+    ToolResult run = RunTool({"sample", "-o", folder.Name("numbers.csv")}, options);
     EXPECT_EQ(run.exit_code, 0) << run.err;
     EXPECT_EQ(folder.Read("numbers.csv"), "value\n3626764237\n1654615998\n");
     EXPECT_THAT(run.out, StartsWith("count,mean,standard_deviation,minimum,maximum\n"
                                     "2,2640690117.5,"));
     EXPECT_THAT(run.out, HasSubstr(",1654615998,3626764237\n"));
-}
-
-TEST(SampleCommand, GivesTheHistogramAsJson) {
-    const ToolResult run = RunTool({"sample", "--law", "uniform", "--to", "4294967296", "--seed",
-                                    "0", "--count", "2", "--bins", "2", "--json"});
+    run = RunTool({"sample", "--bins", "2", "--json"}, options);
     EXPECT_EQ(run.exit_code, 0) << run.err;
-    std::string plain = run.out;
-    std::erase_if(plain, [](char c) { return c == ' ' || c == '\n'; });
-    EXPECT_THAT(plain, HasSubstr("\"edges\":[0,2147483648,4294967296]"));
-    EXPECT_THAT(plain, HasSubstr("\"counts\":[0,1,1,0]"));
-    EXPECT_THAT(plain, HasSubstr("\"seed\":0"));
+    for (const char* const part :
+         {"\"edges\":[0,2147483648,4294967296]", "\"counts\":[0,1,1,0]", "\"seed\":0"}) {
+        EXPECT_THAT(Packed(run.out), HasSubstr(part));
+    }
 }
 
 TEST(SampleCommand, DrawsTheHistogramWithTheLaw) {
@@ -52,27 +48,15 @@ TEST(SampleCommand, DrawsTheHistogramWithTheLaw) {
 }
 
 TEST(SampleCommand, ReportsWhatIsWrongInOneLine) {
-    struct Row {
-        std::vector<std::string> arguments;
-        const char* complaint;
-    };
-    const Row rows[] = {
-        {{"--sigma", "0"}, "a standard deviation must be above 0"},
-        {{"--law", "uniform", "--from", "2", "--to", "2"}, "2 to 2 is no range"},
-        {{"--law", "uniform", "--mean", "2"}, "--mean and --sigma belong to --law normal"},
-        {{"--to", "2"}, "--from and --to belong to --law uniform"},
-        {{"--mean", "1", "--sigma", "1e-17"}, "cannot be told into 24 bins"},
-        {{"--sigma", "1e308"}, "cannot be told into 24 bins"},
-        {{"--count", "0"}, "--count"},
-    };
-    for (const Row& row : rows) {
-        std::vector<std::string> arguments{"sample"};
-        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
-        const ToolResult run = RunTool(arguments);
-        EXPECT_EQ(run.exit_code, 2) << row.complaint;
-        EXPECT_THAT(run.err, HasSubstr(row.complaint));
-        EXPECT_THAT(run.out, IsEmpty());
-    }
+    ExpectRefusals(
+        "sample",
+        {{nullptr, "--sigma 0", "--sigma: a standard deviation must be above 0"},
+         {nullptr, "--law uniform --from 2 --to 2", "2 to 2 is no range: check --from and --to"},
+         {nullptr, "--law uniform --mean 2", "--mean and --sigma belong to --law normal"},
+         {nullptr, "--to 2", "--from and --to belong to --law uniform"},
+         {nullptr, "--mean 1 --sigma 1e-17", "--bins: the numbers cannot be told into 24 bins"},
+         {nullptr, "--sigma 1e308", "--bins: the numbers cannot be told into 24 bins"},
+         {nullptr, "--count 0", "--count: \"0\" is not a whole number from 1 to 10000000"}});
 }
 
 }  // namespace

@@ -4,13 +4,13 @@
 
 #include "common/undefined.h"
 
+#include "tests/support/property_random.h"
 #include "tools/lmw/axis_ticks.h"
 #include "tools/lmw/svg_text.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <string>
@@ -67,17 +67,12 @@ TEST(AxisTicks, LabelsAreRoundAndShort) {
 TEST(AxisTicks, LieInTheRangeInOrderAndAreNeverMoreThanAskedFor) {
     const AxisRange widest = RoomyRange(Scale::kLogarithmic, 1e-300, 1e300);
     EXPECT_GE(MakeTicks(Scale::kLogarithmic, widest, 5).ticks.size(), 3U);
-    unsigned long long state = 88172645463325252ULL;  // xorshift, a fixed seed
-    const auto random = [&state] {
-        state ^= state << 13U;
-        state ^= state >> 7U;
-        state ^= state << 17U;
-        return static_cast<double>(state >> 11U) * 0x1p-53;
-    };
+    lmw::test::PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
     for (int i = 0; i < 20000; ++i) {
         const Scale scale = i % 2 == 0 ? Scale::kLinear : Scale::kLogarithmic;
-        double low = std::pow(10.0, 30.0 * random() - 15.0);
-        const double high = low * (1.0 + std::pow(10.0, 24.0 * random() - 14.0));
+        double low = random.LogUniform();
+        const double high = low * (1.0 + random.LogUniform(1e-14, 1e10));
         low = scale == Scale::kLinear && i % 4 == 0 ? -low : low;
         const AxisRange range = RoomyRange(scale, low, high);
         ASSERT_LE(range.low, low);

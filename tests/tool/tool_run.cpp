@@ -2,6 +2,10 @@
 
 #include "tools/lmw/program.h"
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -25,6 +29,36 @@ ToolResult RunTool(const std::vector<std::string>& arguments) {
     std::ostringstream err;
     const int exit_code = tool::RunProgram(arguments, out, err);
     return {exit_code, out.str(), err.str()};
+}
+
+ToolResult RunTool(std::vector<std::string> arguments, const std::string& more) {
+    std::istringstream words(more);
+    arguments.insert(arguments.end(), std::istream_iterator<std::string>(words), {});
+    return RunTool(arguments);
+}
+
+std::string Packed(std::string text) {
+    std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
+    return text;
+}
+
+void ExpectRefusals(const std::string& command, const std::vector<Refusal>& refusals) {
+    for (const Refusal& row : refusals) {
+        const TemporaryFolder folder;
+        std::vector<std::string> arguments = {command};
+        if (row.content != nullptr) {
+            arguments.insert(arguments.end(), {folder.Write(row.file, row.content), "--svg",
+                                               folder.Name("p.svg"), "-o", folder.Name("o.csv")});
+        }
+        const ToolResult result = RunTool(arguments, row.options);
+        SCOPED_TRACE(std::string(row.options) + ": " + row.complaint);
+        EXPECT_EQ(result.exit_code, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err, testing::StartsWith("lmw: "));
+        EXPECT_THAT(result.err, testing::EndsWith(std::string(row.complaint) + "\n"));
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1);
+        EXPECT_EQ(folder.Count(), row.content != nullptr ? 1U : 0U) << "only the input is there";
+    }
 }
 
 TemporaryFolder::TemporaryFolder() {

@@ -15,6 +15,22 @@ struct ToolResult {
 };
 
 [[nodiscard]] ToolResult RunTool(const std::vector<std::string>& arguments);
+/// The same with more arguments, cut at the blanks of one text.
+[[nodiscard]] ToolResult RunTool(std::vector<std::string> arguments, const std::string& more);
+
+/// `text` without blanks and line ends, to compare JSON.
+[[nodiscard]] std::string Packed(std::string text);
+
+/// A command line that must be refused.
+struct Refusal {
+    const char* content;    ///< of the input file; a null pointer for a command without one
+    const char* options;    ///< cut at blanks
+    const char* complaint;  ///< what the one line ends in
+    const char* file = "p.csv";
+};
+
+/// Expects of each one line that begins with "lmw: ", exit code 2, no output and no file.
+void ExpectRefusals(const std::string& command, const std::vector<Refusal>& refusals);
 
 /// A fresh folder that goes with the object. All names are in UTF-8.
 class TemporaryFolder {
