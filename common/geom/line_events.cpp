@@ -110,7 +110,7 @@ class InputSnapper {
     const std::vector<Line2D>& lines_;
     const Precision3D& precision_;
     std::size_t expected_ = 0;
-    std::optional<detail::EndFilter> filter_;
+    std::optional<detail::EndFilter> filter_;  // none: every end matters
     std::optional<detail::PointGrid> grid_;
 };
 
@@ -130,12 +130,8 @@ template <class Snapper>
 class Engine {
  public:
     Engine(std::vector<LineEvent2D>& events, const std::vector<Line2D>& lines, PairKind kind,
-           const Precision3D& precision, Snapper snapper)
-        : events_(events),
-          lines_(lines),
-          kind_(kind),
-          precision_(precision),
-          snapper_(std::move(snapper)) {
+           const Precision3D& precision, Snapper& snapper)
+        : events_(events), lines_(lines), kind_(kind), precision_(precision), snapper_(snapper) {
         boxes_.reserve(lines.size());
         for (const Line2D& line : lines) {
             // Under an unset tolerance even a placeholder's own box would meet every other one.
@@ -283,7 +279,7 @@ class Engine {
     const std::vector<Line2D>& lines_;
     PairKind kind_;
     const Precision3D& precision_;
-    Snapper snapper_;
+    Snapper& snapper_;
     std::vector<detail::WideBox> boxes_;
     std::vector<std::uint32_t> tame_;
     std::vector<std::uint32_t> wild_;
@@ -291,7 +287,8 @@ class Engine {
 
 void Events(PairKind kind, std::vector<LineEvent2D>& events, const std::vector<Line2D>& lines,
             const Precision3D& precision, SweepLineImplForced::Type forced) {
-    Engine(events, lines, kind, precision, InputSnapper(lines, precision)).Run(forced);
+    InputSnapper snapper(lines, precision);
+    Engine(events, lines, kind, precision, snapper).Run(forced);
 }
 
 }  // namespace
@@ -318,8 +315,8 @@ void LineCollisionEvents2D(std::vector<LineEvent2D>& events, const std::vector<L
 
 void LineCollisionEvents2D(std::vector<LineEvent2D>& events, const std::vector<Line2D>& lines,
                            IGeometryDatabase& database, SweepLineImplForced::Type forced) {
-    Engine(events, lines, PairKind::kCollision, database.Precision(), DatabaseSnapper(database))
-        .Run(forced);
+    DatabaseSnapper snapper(database);
+    Engine(events, lines, PairKind::kCollision, database.Precision(), snapper).Run(forced);
 }
 
 void LineRemoveDuplicateEvents2D(std::vector<LineEvent2D>& events, const Precision3D& precision) {
