@@ -3,12 +3,12 @@
 #include "common/mesh/element_rule.h"
 #include "common/mesh/shape_function.h"
 
+#include "tests/mesh/elements.h"
 #include "tests/support/shared_data.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -21,6 +21,8 @@ using lmw::mesh::QuadrilateralRule;
 using lmw::mesh::ShapeAtPoint;
 using lmw::mesh::TriangleRule;
 using lmw::test::CsvRow;
+using lmw::test::Family;
+using lmw::test::NodePositions;
 using lmw::test::ReadCsv;
 using lmw::test::SharedData;
 
@@ -130,10 +132,8 @@ TEST_P(RealMesh, AreasByIntegrationAreThoseOfThePolygons) {
 TEST_P(RealMesh, EveryNodeIsLocatedInItsElementsAtItsLocalPosition) {
     LMW_SKIP_WITHOUT(SharedData("fe-mesh"));
     const Mesh mesh = Read(GetParam().name);
-    constexpr double quad[8][2] = {{1, 1}, {-1, 1}, {-1, -1}, {1, -1},
-                                   {0, 1}, {-1, 0}, {0, -1},  {1, 0}};
-    constexpr double tri[8][2] = {{0, 0},   {1, 0},     {0, 1},   {0, 0},
-                                  {0.5, 0}, {0.5, 0.5}, {0, 0.5}, {0, 0}};
+    const auto quad = NodePositions(Family::quadrilateral);
+    const auto triangle = NodePositions(Family::triangle);
     std::size_t located = 0;
     for (const Element& element : mesh.elements) {
         std::vector<double> corners;
@@ -148,9 +148,9 @@ TEST_P(RealMesh, EveryNodeIsLocatedInItsElementsAtItsLocalPosition) {
                 double s = 99.0;
                 ASSERT_EQ(iGlobal_To_Local_Coords(r, s, p.x, p.y, corners.data(), element.corners),
                           1);
-                const auto& expected = element.corners == 4 ? quad[k] : tri[k];
-                ASSERT_NEAR(r, expected[0], 1e-9) << "slot " << k;
-                ASSERT_NEAR(s, expected[1], 1e-9) << "slot " << k;
+                const auto& expected = element.corners == 4 ? quad[k] : triangle[k];
+                ASSERT_NEAR(r, expected.r, 1e-9) << "slot " << k;
+                ASSERT_NEAR(s, expected.s, 1e-9) << "slot " << k;
                 ++located;
             }
         }

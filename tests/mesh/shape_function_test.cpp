@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <numeric>
@@ -61,11 +60,19 @@ TEST(ShapeFunction, IsOneAtItsOwnNodeAndZeroAtTheOthersForEverySubset) {
     }
 }
 
-// 2. and 3.
-TEST(ShapeFunction, ValuesSumToOneDerivativesToZeroAndAbsentNodesHaveNone) {
+// 2. and 3., and completeness: a field given by its values at the nodes is reproduced with its
+// gradient (the patch test of one element), a linear one in every subset, a quadratic one in the
+// subsets with all mid-side nodes.
+TEST(ShapeFunction, SumsToOneReproducesFieldsAndHasItsDifferencesAsDerivatives) {
     PropertyRandom random;
     SCOPED_TRACE(random.Trace());
     for (const TestElement& element : AllElements()) {
+        const bool line = element.family == Family::line;
+        const bool triangle = element.family == Family::triangle;
+        const bool full =
+            element.Has(4) &&
+            (line || (element.Has(5) && element.Has(6) && (triangle || element.Has(7))));
+        const auto positions = NodePositions(element.family);
         for (int i = 0; i < 200; ++i) {
             const LocalPoint at = RandomPoint(random, element.family);
             SCOPED_TRACE(element.Name() + " at " + Exact(at.r) + " " + Exact(at.s));
@@ -74,120 +81,56 @@ TEST(ShapeFunction, ValuesSumToOneDerivativesToZeroAndAbsentNodesHaveNone) {
             ASSERT_NEAR(std::accumulate(n.begin(), n.end(), 0.0), 1.0, 1e-14);
             ASSERT_NEAR(std::accumulate(d.begin(), d.begin() + 8, 0.0), 0.0, 1e-14);
             ASSERT_NEAR(std::accumulate(d.begin() + 8, d.end(), 0.0), 0.0, 1e-14);
+            const double gr = random.Uniform(-2, 2);
+            const double gs = line ? 0.0 : random.Uniform(-2, 2);
+            const double curved = full ? random.Uniform(-2, 2) : 0.0;
+            const auto field = [&](const LocalPoint& p) {
+                return 0.5 + gr * p.r + gs * p.s + curved * (p.r * p.r - p.r * p.s + p.s * p.s);
+            };
+            constexpr double h = 1.0 / 1024;  // quadratic: central differences are exact
+            const auto right = Values(element, at.r + h, at.s);
+            const auto left = Values(element, at.r - h, at.s);
+            const auto above = Values(element, at.r, at.s + h);
+            const auto below = Values(element, at.r, at.s - h);
+            double value = 0.0;
+            double dr = 0.0;
+            double ds = 0.0;
             for (std::size_t node = 0; node < 8; ++node) {
                 if (element.nodes[node] == 0) {
                     ASSERT_EQ(n[node], 0.0);
                     ASSERT_EQ(d[node], 0.0);
                     ASSERT_EQ(d[8 + node], 0.0);
+                    continue;
                 }
+                ASSERT_NEAR(d[node], (right[node] - left[node]) / (2 * h), 1e-11) << node;
+                ASSERT_NEAR(d[8 + node], (above[node] - below[node]) / (2 * h), 1e-11) << node;
+                value += n[node] * field(positions[node]);
+                dr += d[node] * field(positions[node]);
+                ds += d[8 + node] * field(positions[node]);
+            }
+            ASSERT_NEAR(value, field(at), 5e-14);
+            ASSERT_NEAR(dr, gr + curved * (2 * at.r - at.s), 5e-14);
+            if (!line) {
+                ASSERT_NEAR(ds, gs + curved * (2 * at.s - at.r), 5e-14);
             }
         }
     }
 }
 
-// Completeness: a linear field given by its values at the nodes is reproduced with its gradient
-// (the patch test of one element), for every subset.
-TEST(ShapeFunction, ReproducesLinearFieldsAndTheirGradients) {
-    PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
-    for (const TestElement& element : AllElements()) {
-        const auto positions = NodePositions(element.family);
-        const double c = random.Uniform(-2, 2);
-        const double gr = random.Uniform(-2, 2);
-        const double gs = element.family == Family::line ? 0.0 : random.Uniform(-2, 2);
-        for (int i = 0; i < 50; ++i) {
-            const LocalPoint at = RandomPoint(random, element.family);
-            const auto n = Values(element, at.r, at.s);
-            const auto d = Derivatives(element, at.r, at.s);
-            double value = 0.0;
-            double dr = 0.0;
-            double ds = 0.0;
-            for (std::size_t node = 0; node < 8; ++node) {
-                const double field = c + gr * positions[node].r + gs * positions[node].s;
-                value += n[node] * field;
-                dr += d[node] * field;
-                ds += d[8 + node] * field;
-            }
-            SCOPED_TRACE(element.Name() + " at " + Exact(at.r) + " " + Exact(at.s));
-            ASSERT_NEAR(value, c + gr * at.r + gs * at.s, 2e-14);
-            ASSERT_NEAR(dr, gr, 2e-14);
-            ASSERT_NEAR(ds, gs, 2e-14);
-        }
+TEST(ShapeFunction, NumbersOfZeroOrLessAndSlotsThatAFamilyHasNotAreNoNodes) {
+    using Nodes = std::array<std::int32_t, 8>;
+    const Nodes same[][2] = {{{1, 2, 0, 0, 3, 7, 8, 9}, {1, 2, 0, 0, 3, 0, 0, 0}},
+                             {{1, 2, 3, 0, 4, 5, 6, 7}, {1, 2, 3, 0, 4, 5, 6, 0}},
+                             {{1, 2, 3, -4, 0, 0, 0, 0}, {1, 2, 3, 0, 0, 0, 0, 0}},
+                             {{1, 2, 3, 4, -5, 6, -7, 8}, {1, 2, 3, 4, 0, 6, 0, 8}}};
+    for (const auto& [crowded, plain] : same) {
+        const TestElement a{Family::line, crowded};
+        const TestElement b{Family::line, plain};
+        EXPECT_EQ(Values(a, 0.25, 0.3), Values(b, 0.25, 0.3)) << a.Name();
+        EXPECT_EQ(Derivatives(a, 0.25, 0.3), Derivatives(b, 0.25, 0.3)) << a.Name();
     }
-}
-
-// The full quadratic elements reproduce every quadratic field.
-TEST(ShapeFunction, FullQuadraticElementsReproduceQuadraticFields) {
-    PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
-    for (const TestElement& element : AllElements()) {
-        const int midside = element.family == Family::quadrilateral ? 4
-                            : element.family == Family::triangle    ? 3
-                                                                    : 1;
-        int present = 0;
-        for (int node = 4; node < 8; ++node) {
-            present += element.Has(node) ? 1 : 0;
-        }
-        if (present != midside) {
-            continue;
-        }
-        const auto positions = NodePositions(element.family);
-        const auto field = [](double r, double s) {
-            return 1.0 - 2.0 * r + 0.5 * s + 3.0 * r * r - r * s + 0.25 * s * s;
-        };
-        for (int i = 0; i < 50; ++i) {
-            const LocalPoint at = RandomPoint(random, element.family);
-            const auto n = Values(element, at.r, at.s);
-            double value = 0.0;
-            for (std::size_t node = 0; node < 8; ++node) {
-                value += n[node] * field(positions[node].r, positions[node].s);
-            }
-            ASSERT_NEAR(value, field(at.r, at.s), 5e-14) << element.Name();
-        }
-    }
-}
-
-TEST(ShapeDerivative, AgreesWithDifferencesOfTheValues) {
-    PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
-    constexpr double h =
-        1.0 / 1024;  // values are quadratic in r and in s: central differences are exact
-    for (const TestElement& element : AllElements()) {
-        for (int i = 0; i < 50; ++i) {
-            const LocalPoint at = RandomPoint(random, element.family);
-            const auto d = Derivatives(element, at.r, at.s);
-            const auto right = Values(element, at.r + h, at.s);
-            const auto left = Values(element, at.r - h, at.s);
-            const auto above = Values(element, at.r, at.s + h);
-            const auto below = Values(element, at.r, at.s - h);
-            for (std::size_t node = 0; node < 8; ++node) {
-                SCOPED_TRACE(element.Name() + " node " + std::to_string(node));
-                ASSERT_NEAR(d[node], (right[node] - left[node]) / (2 * h), 1e-11);
-                ASSERT_NEAR(d[8 + node], (above[node] - below[node]) / (2 * h), 1e-11);
-            }
-        }
-    }
-}
-
-TEST(ShapeFunction, NodesInSlotsThatAFamilyHasNotChangeNothing) {
     const TestElement line{Family::line, {1, 2, 0, 0, 3, 0, 0, 0}};
-    const TestElement crowded_line{Family::line, {1, 2, 0, 0, 3, 7, 8, 9}};
     EXPECT_EQ(Values(line, 0.0, 0.3), (std::array<double, 8>{0, 0, 0, 0, 1, 0, 0, 0}));
-    EXPECT_EQ(Values(crowded_line, 0.25, 0.3), Values(line, 0.25, 0.3));
-    EXPECT_EQ(Derivatives(crowded_line, 0.25, 0.3), Derivatives(line, 0.25, 0.3));
-    const TestElement triangle{Family::triangle, {1, 2, 3, 0, 4, 5, 6, 0}};
-    const TestElement crowded_triangle{Family::triangle, {1, 2, 3, 0, 4, 5, 6, 7}};
-    EXPECT_EQ(Values(crowded_triangle, 0.25, 0.3), Values(triangle, 0.25, 0.3));
-    EXPECT_EQ(Derivatives(crowded_triangle, 0.25, 0.3), Derivatives(triangle, 0.25, 0.3));
-}
-
-TEST(ShapeFunction, OnlyNumbersGreaterThanZeroAreNodes) {
-    const TestElement negative{Family::quadrilateral, {1, 2, 3, 4, -5, 6, -7, 8}};
-    const TestElement zero{Family::quadrilateral, {1, 2, 3, 4, 0, 6, 0, 8}};
-    EXPECT_EQ(Values(negative, 0.25, 0.3), Values(zero, 0.25, 0.3));
-    const TestElement triangle{Family::triangle, {1, 2, 3, 0, 0, 0, 0, 0}};
-    const TestElement negative_corner{Family::triangle, {1, 2, 3, -4, 0, 0, 0, 0}};
-    EXPECT_EQ(Values(negative_corner, 0.25, 0.3), Values(triangle, 0.25, 0.3));
 }
 
 TEST(GaussData, HoldsThePrescribedTables) {
