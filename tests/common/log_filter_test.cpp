@@ -2,56 +2,34 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <string>
-#include <thread>
+#include <climits>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
 
 using namespace lmw::diag;
+using namespace std::string_view_literals;
 
-TEST(LogLevel, IsReadFromANameInAnyCaseOrAWholeNumber) {
-    struct Row {
-        const wchar_t* text;
-        int level;
-    };
-    for (const auto& [text, level] :
-         std::vector<Row>{{L"verbose", 0},
-                          {L"information", 1},
-                          {L"WARNING", 2},
-                          {L"Error", 3},
-                          {L"cRiTiCaL", 4},
-                          {L"7", 7},
-                          {L"-2", -2},
-                          {L"+3", 3},
-                          {L"0010", 10},
-                          {L"-2147483648", std::numeric_limits<int>::min()},
-                          {L"2147483646", 2147483646},
-                          {L"2147483647", kNoLevel},  // is "none" itself
-                          {L"2147483648", kNoLevel},
-                          {L"99999999999999999999", kNoLevel},
-                          {L"1x", kNoLevel},
-                          {L"0x2", kNoLevel},
-                          {L" 2", kNoLevel},
-                          {L"2 ", kNoLevel},
-                          {L"1.0", kNoLevel},
-                          {L"+-1", kNoLevel},
-                          {L"-", kNoLevel},
-                          {L"", kNoLevel},
-                          {L"warn", kNoLevel},
-                          {L"warnings", kNoLevel},
-                          {L"loud", kNoLevel},
-                          {L"\u0662", kNoLevel}}) {
-        EXPECT_EQ(LevelByText(text), level) << std::string(text, text + std::wstring(text).size());
-    }
-    EXPECT_EQ(LevelByText(std::wstring_view(L"2\0", 2)), kNoLevel);
-}
-
-TEST(LogLevel, TextReadsBackToTheLevel) {
-    EXPECT_EQ(LevelText(kWarning), L"warning");
-    for (const int level : {-3, -1, 0, 1, 2, 3, 4, 5, 1000}) {
+TEST(LogLevel, IsReadFromANameInAnyCaseOrAWholeNumberAndReadsBackFromItsText) {
+    // clang-format off
+    const std::vector<std::pair<std::wstring_view, int>> rows = {
+        {L"verbose", 0}, {L"information", 1}, {L"WARNING", 2},            {L"Error", 3},
+        {L"cRiTiCaL", 4}, {L"7", 7},          {L"-2", -2},                {L"+3", 3},
+        {L"0010", 10},   {L"1000", 1000},     {L"-2147483648", INT_MIN},  {L"2147483646", INT_MAX - 1}};
+    // clang-format on
+    for (const auto& [text, level] : rows) {
+        EXPECT_EQ(LevelByText(text), level);
         EXPECT_EQ(LevelByText(LevelText(level)), level);
+    }
+    EXPECT_EQ(LevelText(kWarning), L"warning");
+    // The largest number is "none" itself.
+    for (const std::wstring_view text :
+         {L"2147483647"sv, L"2147483648"sv, L"99999999999999999999"sv, L"1x"sv, L"0x2"sv, L" 2"sv,
+          L"2 "sv, L"1.0"sv, L"+-1"sv, L"-"sv, L""sv, L"warn"sv, L"warnings"sv, L"\u0662"sv,
+          L"2\0"sv}) {
+        EXPECT_EQ(LevelByText(text), kNoLevel) << text.size();
     }
 }
 
@@ -65,17 +43,7 @@ class LogFilterTest : public ::testing::Test {
     int mask_ = LogFilter::CategoryMask();
 };
 
-TEST_F(LogFilterTest, StartsWithInformationInTheDefaultCategories) {
-    EXPECT_EQ(LogFilter::MinLevel(), kInformation);
-    EXPECT_EQ(LogFilter::CategoryMask(), 3);
-    EXPECT_TRUE(IsLogged(1, 1));
-    EXPECT_FALSE(IsLogged(0, 1));
-    EXPECT_FALSE(IsLogged(3, 8));
-    EXPECT_TRUE(IsLogged(3, 4));
-}
-
 TEST_F(LogFilterTest, TestsTheLevelAlwaysAndTheMaskUnlessBit4IsSet) {
-    constexpr int kLowest = std::numeric_limits<int>::min();
     struct Row {
         int min_level;
         int mask;
@@ -83,23 +51,17 @@ TEST_F(LogFilterTest, TestsTheLevelAlwaysAndTheMaskUnlessBit4IsSet) {
         int category;
         bool logged;
     };
-    for (const Row& row : std::vector<Row>{{2, 8, 2, 8, true},
-                                           {2, 8, 1, 8, false},
-                                           {2, 8, 2, 16, false},
-                                           {2, 8, 2, 24, true},
-                                           {2, 8, 2, 4, true},
-                                           {2, 8, 1, 4, false},
-                                           {2, 8, 2, -1, true},   // contains bit 4
-                                           {2, 8, 1, -1, false},  // which bypasses no level
-                                           {2, 0, 4, 3, false},
-                                           {2, 0, 4, 5, true},
-                                           {2, -1, 2, 0, false},  // shares no bit with anything
-                                           {2, -1, 2, kLowest, true},
-                                           {-2, 3, -2, 1, true},  // levels are signed
-                                           {-2, 3, -3, 1, false},
-                                           {kLowest, 3, kLowest, 1, true},
-                                           {kNoLevel, -1, 4, -1, false},
-                                           {kNoLevel, -1, kNoLevel, -1, true}}) {
+    // clang-format off
+    const Row rows[] = {
+        {2, 8, 2, 8, true},    {2, 8, 1, 8, false},   {2, 8, 2, 16, false},  {2, 8, 2, 24, true},
+        {2, 8, 2, 4, true},    {2, 8, 1, 4, false},   {2, 0, 4, 3, false},   {2, 0, 4, 5, true},
+        {2, 8, 2, -1, true},   {2, 8, 1, -1, false},  // contains bit 4, which bypasses no level
+        {2, -1, 2, 0, false},  {2, -1, 2, INT_MIN, true},  // 0 shares no bit with anything
+        {-2, 3, -2, 1, true},  {-2, 3, -3, 1, false}, {INT_MIN, 3, INT_MIN, 1, true},
+        {kNoLevel, -1, 4, -1, false},                 {kNoLevel, -1, kNoLevel, -1, true},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
         LogFilter::Set(row.min_level, row.mask);
         EXPECT_EQ(IsLogged(row.level, row.category), row.logged)
             << row.min_level << ' ' << row.mask << ' ' << row.level << ' ' << row.category;
@@ -115,10 +77,8 @@ TEST_F(LogFilterTest, IsSetByTextsAndKeepsWhatATextDoesNotName) {
     EXPECT_EQ(LogFilter::MinLevel(), 2);
     EXPECT_EQ(LogFilter::CategoryMask(), 3);
     LogFilter::Set(L"7", L"");
-    for (const wchar_t* text : {L"loud", L"1x", L"0x2", L"2147483647", L"9999999999", L""}) {
-        LogFilter::Set(text, L"");
-        EXPECT_EQ(LogFilter::MinLevel(), 7);
-    }
+    LogFilter::Set(L"loud", L"");
+    EXPECT_EQ(LogFilter::MinLevel(), 7);
     LogFilter::Set(L"-2", L"filter.a;filter.b");
     EXPECT_EQ(LogFilter::MinLevel(), -2);
     EXPECT_EQ(CategoryNames(LogFilter::CategoryMask()), "filter.a;filter.b");
