@@ -26,21 +26,17 @@ TEST(FillTemplate, PutsTextsUnderWidthAndPrecision) {
         std::vector<std::wstring> arguments;
         const wchar_t* expected;
     };
+    const wchar_t* const no_half_pairs = sizeof(wchar_t) == 2 ? L"[]" : L"[\U0001F600]";
     const std::vector<Row> rows = {
         {L"%s and %s", {L"a", L"b"}, L"a and b"},
-        {L"%s and %s", {L"a"}, L"a and "},  // property 3
-        {L"%s", {L"a", L"b"}, L"a"},        // property 3
-        {L"100%% of %s",
-         {L"%s%n"},
-         L"100% of %s%n"},  // property 4; an argument is never a template
-        {L"[%5s][%-5s][%.2s][%5.1s]",
-         {L"abc", L"abc", L"abc", L"abc"},
-         L"[  abc][abc  ][ab][    a]"},
+        {L"%s and %s", {L"a"}, L"a and "},             // property 3
+        {L"%s", {L"a", L"b"}, L"a"},                   // property 3
+        {L"100%% of %s", {L"%s%n"}, L"100% of %s%n"},  // property 4
+        {L"[%5s][%-5s][%.2s]", {L"abc", L"abc", L"abc"}, L"[  abc][abc  ][ab]"},
+        {L"[%5.1s]", {L"abc"}, L"[    a]"},
         {L"[%3c][%-3b][%3p]", {L"x", L"yes", L"0"}, L"[  x][yes][  0]"},
         {L"[%.3b]", {L"true"}, L"[true]"},  // precision belongs to texts only
-        {L"[%.1s]",
-         {L"\U0001F600x"},
-         sizeof(wchar_t) == 2 ? L"[]" : L"[\U0001F600]"},  // no half pairs
+        {L"[%.1s]", {L"\U0001F600x"}, no_half_pairs},
         {L"%s%s%s%s%s%s", {L"1", L"2", L"3", L"4", L"5", L"6"}, L"12345"},
         {L"", {L"a"}, L""},
         {L"%s, %l", {L"a", L"b"}, L""},  // property 5

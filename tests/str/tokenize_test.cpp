@@ -94,16 +94,10 @@ TEST(Tokenize, ClassifiesEveryModifierWithEveryConversion) {
         std::vector<std::pair<std::string, int>> conversions;
     };
     const std::vector<Recognised> rows = {
-        {"",
-         {{"c", 0},
-          {"C", 1},
-          {"s", 2},
-          {"S", 3},
-          {"di", 5},
-          {"Xoux", 8},
-          {"Gefgr", 10},
-          {"p", 11},
-          {"b", 12}}},
+        // clang-format off
+        {"", {{"c", 0}, {"C", 1}, {"s", 2}, {"S", 3}, {"di", 5}, {"Xoux", 8},
+             {"Gefgr", 10}, {"p", 11}, {"b", 12}}},
+        // clang-format on
         {"h", {{"cC", 0}, {"sS", 2}, {"di", 4}, {"Xoux", 7}}},
         {"l", {{"cC", 1}, {"sS", 3}, {"di", 6}, {"Xoux", 9}}},
         {"w", {{"cC", 1}, {"sS", 3}}},
