@@ -87,6 +87,9 @@ TEST(SplineCurve, StaysMonotoneBetweenItsPointsAndStraightAtEveryTensionAndSmoot
             }
         }
         EXPECT_EQ(spline(points.front().x), points.front().y) << "ends stay";
+        if (straight) {
+            EXPECT_NEAR(spline(points.back().x + 9.0), top + 0.25 * 9.0, 1e-8) << "and its tail";
+        }
     }
 }
 

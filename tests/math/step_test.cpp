@@ -3,7 +3,6 @@
 #include "tests/math/curve_support.h"
 
 #include <cmath>
-#include <limits>
 
 namespace {
 
