@@ -32,8 +32,8 @@ namespace {
 using math::fn::TailType;
 
 struct Soil {
-    const char* name;
-    const char* file;
+    const char* name = "";
+    const char* file = "";
     std::optional<double> saturated;  // the water content at saturation, where it was measured
 };
 
