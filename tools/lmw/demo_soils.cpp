@@ -1,0 +1,263 @@
+#include "tools/lmw/curve_model.h"
+#include "tools/lmw/demo_chapters.h"
+#include "tools/lmw/failure.h"
+#include "tools/lmw/fit_model.h"
+#include "tools/lmw/svg_chart.h"
+#include "tools/lmw/text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace lmw::tool {
+namespace {
+
+using math::fn::TailType;
+
+struct Soil {
+    const char* name = "";
+    const char* file = "";
+    std::optional<double> saturated;  // the water content at saturation, where it was measured
+};
+
+constexpr std::array<Soil, 3> kSoils = {{{"sand, Berlin", "retention-sand-berlin", 0.315},
+                                         {"loess, Rosdorf", "retention-loess-rosdorf", {}},
+                                         {"clay, Seelow", "retention-clay-seelow", 0.557}}};
+constexpr AxisRange kSuctions = {10.0, 20000.0};  // cm of water, on a logarithmic axis
+
+class Soils {
+ public:
+    explicit Soils(DemoResults& results) : results_(results) {}
+
+    void Run() {
+        Retention_();
+        Fits_();
+        Conductivity_();
+        Precipitation_();
+    }
+
+ private:
+    // Water content over suction. Wetter than the first point the soil stays as it is there; drier
+    // than the last the curve goes on with its end slope.
+    void Retention_() {
+        CurveSettings linear{
+            .kind = CurveKind::kLinear, .before = TailType::Slope(0.0), .after = TailType::Calc()};
+        CurveSettings spline = linear;
+        spline.kind = CurveKind::kSpline;
+        SvgChart all("Measured retention of three soils",
+                     {"suction (cm of water)", Scale::kLogarithmic}, {"water content (cm³/cm³)"});
+        results_.report +=
+            "\nRetention: volumetric water content of three soils, spline through the measured "
+            "points\n"
+            "(given: water given up between suctions of 300 and 15000 cm, in % of the volume)\n\n"
+            "                          water content at a suction of (cm)     slope at\n"
+            "  soil            points     100     300    1000   15000      1000 cm (1/cm)    "
+            "given\n";
+        for (std::size_t i = 0; i < kSoils.size(); ++i) {
+            const Soil& soil = kSoils[i];
+            const CsvTable table = results_.Table(soil.file);
+            const MeasuredCurve straight(linear, ReadPoints(table, 0, 1, linear));
+            const MeasuredCurve round(spline, ReadPoints(table, 0, 1, spline));
+            results_.report += "  " + Padded(soil.name, 16) +
+                               Column(static_cast<double>(round.Points().size()), 6, 0);
+            for (const double suction : {100.0, 300.0, 1000.0, 15000.0}) {
+                results_.report += Column(round.Value(suction), 8, 4);
+            }
+            results_.report += Column(round.Derivative(1000.0), 18, 8) +
+                               Column(100.0 * (round.Value(300.0) - round.Value(15000.0)), 11, 1) +
+                               "\n";
+
+            results_.Keep(
+                soil.file + std::string(".csv"),
+                CurveCsv(Tabulated(round, SpacedPlaces(Scale::kLogarithmic, kSuctions, 67))));
+            SvgChart chart(std::string("Retention of ") + soil.name,
+                           {"suction (cm of water)", Scale::kLogarithmic},
+                           {"water content (cm³/cm³)"});
+            AddTo_(chart, round, Described(spline), 0, Stroke::kSolid);
+            AddTo_(chart, straight, Described(linear), 6, Stroke::kDashed);
+            AddMarksTo_(chart, round, "measured", 1);
+            for (const std::string& comment : table.Comments()) {
+                chart.AddNote(comment);
+            }
+            results_.Keep(soil.file + std::string(".svg"), chart.Text());
+            AddTo_(all, round, soil.name, i, Stroke::kSolid);
+            AddMarksTo_(all, round, "", i);
+        }
+        all.AddNote("Rings are measured, lines are splines of tension 50.");
+        results_.Keep("retention.svg", all.Text());
+    }
+
+    // The closed-form curve through the same points. The parameters are written with six digits,
+    // and the tabulated curve is that of the parameters as written: a reader can repeat it, and it
+    // is the same on every platform.
+    void Fits_() {
+        constexpr AxisRange kAllSuctions = {1.0, 1e7};  // cm; the curves end in 0 at 1.02e7
+        const SuctionUnit& unit =
+            *std::find_if(SuctionUnits().begin(), SuctionUnits().end(),
+                          [](const SuctionUnit& each) { return each.word == "cm"; });
+        const double kilopascals = unit.units.pressure / 1000.0;
+        SvgChart all("Fredlund-Xing curves of three soils",
+                     {"suction (cm of water)", Scale::kLogarithmic}, {"water content (cm³/cm³)"});
+        CsvText parameters;
+        CsvText curves;
+        curves.Cell("suction (cm)");
+        parameters.Cell("soil").Cell("saturated").Cell("a (kPa)").Cell("n").Cell("m");
+        parameters.Cell("root mean square").EndRow();
+        results_.report +=
+            "\nFredlund-Xing curves through the same points, by least squares\n\n"
+            "  soil            saturated     a (kPa)           n           m    root mean square\n";
+        std::vector<math::fn::flow::FredXing> written;
+        for (std::size_t i = 0; i < kSoils.size(); ++i) {
+            const Soil& soil = kSoils[i];
+            const CsvTable table = results_.Table(soil.file);
+            const RetentionFit fit(ReadRetention(table, 0, 1, XMeaning::kSuction), unit,
+                                   soil.saturated);
+            const math::fn::flow::FredXingFit& result = fit.Result();
+            results_.report +=
+                "  " + Padded(soil.name, 16) + Column(fit.SaturatedWaterContent(), 9, 3);
+            parameters.Cell(soil.name).Cell(fit.SaturatedWaterContent());
+            std::vector<double> rounded;
+            for (const double value :
+                 {result.a * kilopascals, result.n, result.m, result.root_mean_square}) {
+                const std::string text = SixDigits(value);
+                if (!ReadFinite(text, rounded.emplace_back())) {
+                    throw table.About("the fit gives no numbers");
+                }
+                results_.report += RightAligned(text, rounded.size() < 4 ? 12 : 20);
+                parameters.Cell(text);
+            }
+            results_.report += "\n";
+            parameters.EndRow();
+            curves.Cell(soil.name);
+            written.emplace_back(rounded[0] / kilopascals, rounded[1], rounded[2],
+                                 fit.SaturatedWaterContent(), fit.Limit());
+            results_.Keep(soil.file + std::string("-fit.svg"), FitPicture_(soil, table, fit));
+            AddFitTo_(all, fit, kAllSuctions, soil.name, i, "", i);
+        }
+        all.AddNote("Rings are measured, lines are fitted; saturated water contents are held.");
+        results_.Keep("retention-fits.svg", all.Text());
+        results_.Keep("retention-fit-parameters.csv", parameters.Text());
+        curves.EndRow();
+        for (const double suction : SpacedPlaces(Scale::kLogarithmic, kAllSuctions, 71)) {
+            curves.Cell(suction);
+            for (const math::fn::flow::FredXing& curve : written) {
+                curves.Cell(curve(-suction));
+            }
+            curves.EndRow();
+        }
+        results_.Keep("retention-fits.csv", curves.Text());
+    }
+
+    [[nodiscard]] static std::string FitPicture_(const Soil& soil, const CsvTable& table,
+                                                 const RetentionFit& fit) {
+        SvgChart chart(std::string("Fredlund-Xing curve of ") + soil.name,
+                       {"suction (cm of water)", Scale::kLogarithmic}, {"water content (cm³/cm³)"});
+        AddFitTo_(chart, fit, fit.Suctions(), "fitted", 0, "measured", 1);
+        for (const std::string& comment : table.Comments()) {
+            chart.AddNote(comment);
+        }
+        return chart.Text();
+    }
+
+    static void AddFitTo_(SvgChart& chart, const RetentionFit& fit, const AxisRange& suctions,
+                          const std::string& label, std::size_t color,
+                          const std::string& marks_label, std::size_t marks_color) {
+        Series line = fit.Line(suctions);
+        line.label = label;
+        line.color = color;
+        chart.Add(std::move(line));
+        Series marks = fit.Marks();
+        marks.label = marks_label;
+        marks.color = marks_color;
+        chart.Add(std::move(marks));
+    }
+
+    // Conductivity over suction, on two logarithmic axes.
+    void Conductivity_() {
+        const CurveSettings linear;
+        SvgChart chart("Measured conductivity of three soils",
+                       {"suction (cm of water)", Scale::kLogarithmic},
+                       {"conductivity (cm/day)", Scale::kLogarithmic});
+        for (std::size_t i = 0; i < kSoils.size(); ++i) {
+            const CsvTable table = results_.Table(kSoils[i].file);
+            const MeasuredCurve curve(linear, ReadPoints(table, 0, 2, linear));
+            AddTo_(chart, curve, kSoils[i].name, i, Stroke::kSolid);
+            AddMarksTo_(chart, curve, "", i);
+        }
+        chart.AddNote(
+            "Rings are measured. The lines between them are straight, which logarithmic axes "
+            "bend.");
+        results_.Keep("conductivity.svg", chart.Text());
+    }
+
+    // Monthly rain as a step function that repeats after a year, and its sums.
+    void Precipitation_() {
+        constexpr double kYear = 12.0;
+        const CurveSettings yearly{
+            .kind = CurveKind::kStep, .after = TailType::Cycle(), .period = kYear};
+        const AxisRange months = {0.0, 3.0 * kYear};
+        const CsvTable table = results_.Table("precipitation-seattle");
+        SvgChart sums("Precipitation at Seattle, each year repeated", {"month"}, {"sum (mm)"});
+        results_.report +=
+            "\nPrecipitation at Seattle: monthly steps, each year repeated (cyclic tail)\n\n"
+            "  year      year's sum (mm)    sum of 30 months    rate in month 30.5 (mm/month)\n";
+        for (std::size_t column = 1; column < table.Header().size(); ++column) {
+            const std::string year = table.Header()[column].substr(0, 4);
+            const MeasuredCurve curve(yearly, ReadPoints(table, 0, column, yearly));
+            results_.report += "  " + Padded(year, 8) + Column(curve.Integral(0.0, kYear), 12, 1) +
+                               Column(curve.Integral(0.0, 30.0), 20, 1) +
+                               Column(curve.Value(30.5), 20, 1) + "\n";
+            Series sum{.label = year};
+            for (const CurveRow& row :
+                 Tabulated(curve, SpacedPlaces(Scale::kLinear, months, 361))) {
+                sum.x.push_back(row.x);
+                sum.y.push_back(row.integral);
+            }
+            sums.Add(std::move(sum));
+            if (column == 3) {
+                SvgChart chart("Precipitation at Seattle, " + year + ", repeated", {"month"},
+                               {"rate (mm/month)"});
+                AddTo_(chart, curve, "step function with a cyclic tail, period 12", 0,
+                       Stroke::kSolid, Scale::kLinear, months);
+                AddMarksTo_(chart, curve, "measured", 1, months);
+                results_.Keep("precipitation.svg", chart.Text());
+                results_.Keep("precipitation.csv",
+                              CurveCsv(Tabulated(curve, SpacedPlaces(Scale::kLinear, months, 73))));
+            }
+        }
+        results_.Keep("precipitation-sums.svg", sums.Text());
+    }
+
+    static void AddTo_(SvgChart& chart, const MeasuredCurve& curve, const std::string& label,
+                       std::size_t color, Stroke stroke, Scale scale = Scale::kLogarithmic,
+                       const AxisRange& range = kSuctions) {
+        Series line = LineOf(curve, scale, range);
+        line.label = label;
+        line.color = color;
+        line.stroke = stroke;
+        chart.Add(std::move(line));
+    }
+
+    static void AddMarksTo_(SvgChart& chart, const MeasuredCurve& curve, const std::string& label,
+                            std::size_t color, const AxisRange& range = kSuctions) {
+        Series marks = MarksOf(curve, range);
+        chart.AddNote(NoteOfHidden(curve, marks));
+        marks.label = label;
+        marks.color = color;
+        chart.Add(std::move(marks));
+    }
+
+    DemoResults& results_;
+};
+
+}  // namespace
+
+void AddSoils(DemoResults& results) {
+    Soils(results).Run();
+}
+
+}  // namespace lmw::tool
