@@ -80,12 +80,15 @@ TEST_F(Demo, LevelMeetsTheDamsFacesAndCore) {
     EXPECT_NEAR(*places.rbegin(), 172.727 - 30.227 * 66.666 / 33.333, 1e-4);
 }
 
-TEST_F(Demo, ArchiveHoldsEveryFile) {
+TEST_F(Demo, ArchiveHoldsEveryFileAndThePageEveryPicture) {
     ASSERT_EQ(run_.exit_code, 0) << run_.err;
     const TemporaryFolder& folder = folder_;
     sys::file::Zip zip;
     ASSERT_FALSE(zip.OpenReadOnly(sys::file::MakeFileInputStream(Wide(folder.Name("out/demo.lwz"))))
                      .Failed());
+    const auto page = folder.Read("out/index.html");
+    ASSERT_TRUE(page.has_value());
+    EXPECT_NE(page->find("\n  core  "), std::string::npos);  // the report, line by line
     std::size_t entries = 0;
     for (const sys::file::Zip::Id id : zip.GetAllFileIDs()) {
         const std::string name = Utf8(zip.GetName(id));
@@ -94,6 +97,9 @@ TEST_F(Demo, ArchiveHoldsEveryFile) {
         const auto content = folder.Read("out/" + file);
         ASSERT_TRUE(content.has_value()) << file;
         EXPECT_EQ(content->size(), zip.GetSize(id)) << file;
+        if (file.ends_with(".svg")) {
+            EXPECT_NE(page->find("src=\"" + file + "\""), std::string::npos) << file;
+        }
         ++entries;
     }
     const std::filesystem::directory_iterator first(PathOf(folder.Name("out")));

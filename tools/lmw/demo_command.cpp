@@ -7,10 +7,12 @@
 #include "tools/lmw/commands.h"
 #include "tools/lmw/demo_chapters.h"
 #include "tools/lmw/failure.h"
+#include "tools/lmw/svg_text.h"
 #include "tools/lmw/text.h"
 
 #include <memory>
 #include <ostream>
+#include <sstream>
 #include <string>
 
 namespace lmw::tool {
@@ -46,10 +48,33 @@ void Pack(const DemoResults& results, std::ostream& out) {
     }
 }
 
+// A page that shows the report and all pictures together.
+std::string Page(const DemoResults& results) {
+    std::string page =
+        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+        "<title>Worked example</title>\n"
+        "<style>body { font-family: sans-serif; margin: 2em; } figure { margin: 2em 0; } "
+        "img { max-width: 100%; }</style>\n</head>\n<body>\n<h1>Worked example</h1>\n<pre>";
+    std::istringstream report(results.report);
+    for (std::string line; std::getline(report, line);) {
+        page += XmlEscaped(line) + "\n";  // which takes a line end for a control character
+    }
+    page += "</pre>\n";
+    for (const OutputFile& file : results.files) {
+        const std::string name = XmlEscaped(file.name.substr(results.folder.size() + 1));
+        if (name.ends_with(".svg")) {
+            page += "<figure><img src=\"" + name + "\" alt=\"" + name + "\"><figcaption>" + name +
+                    "</figcaption></figure>\n";
+        }
+    }
+    return page + "</body>\n</html>\n";
+}
+
 void RunDemo(DemoResults results, std::ostream& out) {
     results.report = "Loamworks Core " LMW_VERSION_STRING "\n";
     AddSoils(results);
     AddSections(results);
+    results.Keep("index.html", Page(results));
     MakeFolder(results.folder);
     WriteFiles(results.files);
     out << results.report << "\nWritten to " << results.folder << ":\n";
