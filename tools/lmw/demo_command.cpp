@@ -63,8 +63,8 @@ std::string Page(const DemoResults& results) {
     for (const OutputFile& file : results.files) {
         const std::string name = XmlEscaped(file.name.substr(results.folder.size() + 1));
         if (name.ends_with(".svg")) {
-            page += "<figure><img src=\"" + name + "\" alt=\"" + name + "\"><figcaption>" + name +
-                    "</figcaption></figure>\n";
+            page.append("<figure><img src=\"").append(name).append("\" alt=\"").append(name);
+            page.append("\"><figcaption>").append(name).append("</figcaption></figure>\n");
         }
     }
     return page + "</body>\n</html>\n";
