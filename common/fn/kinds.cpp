@@ -20,9 +20,10 @@ namespace lmw::fn {
 
 namespace {
 
+// A function object: of a plain function the type's description would be exported.
 template <class Kind>
-std::unique_ptr<FnImpl> Make() {
-    return std::make_unique<Kind>();
+KindMaker MakerOf() {
+    return [] { return std::make_unique<Kind>(); };
 }
 
 struct Kinds {
@@ -31,11 +32,11 @@ struct Kinds {
 
     // The one place where the library's own kinds are named.
     Kinds() {
-        makers[L"Const"] = Make<FnConst>;
-        makers[L"FredlundXing"] = Make<FnFredXing>;
-        makers[L"Linear"] = Make<FnLinear>;
-        makers[L"Spline"] = Make<FnSpline>;
-        makers[L"Step"] = Make<FnStep>;
+        makers[L"Const"] = MakerOf<FnConst>();
+        makers[L"FredlundXing"] = MakerOf<FnFredXing>();
+        makers[L"Linear"] = MakerOf<FnLinear>();
+        makers[L"Spline"] = MakerOf<FnSpline>();
+        makers[L"Step"] = MakerOf<FnStep>();
         makers[L"Undefined"] = [] { return CreateUndefined({}, {}); };
         for (const FnAttr& constant : FnUnitConst::ConstAttributes()) {
             makers[sys::Widen(constant.key)] = [constant] {
