@@ -29,8 +29,10 @@ ComputedResult Guarded(const FnImpl& function, double x, const Calculate& calcul
 }
 
 bool HasEqualValue(const FnImpl& a, const FnImpl& b, unsigned id) {
+    // One C++ type may serve several kinds: the constants with a unit differ in their key alone.
     const attribute::storage::Type type = a.Attributes().TypeByAttributeID(id);
-    if (type != b.Attributes().TypeByAttributeID(id)) {
+    if (type != b.Attributes().TypeByAttributeID(id) ||
+        a.Attributes().NameByAttributeID(id) != b.Attributes().NameByAttributeID(id)) {
         return false;
     }
     if (type == attribute::storage::None) {

@@ -84,7 +84,7 @@ LMW_API std::wstring as_wstring(const FnImpl& function);
 
 /// Whether two functions are defined alike: as `a` decides (IFnIsEqual), else when their C++ types
 /// have the same name, their dictionaries end alike, and all attributes from identifier 3 on have
-/// equal types and values (numbers as numbers, NaN equal to itself, points by x and y).
+/// equal keys, types and values (numbers as numbers, NaN equal to itself, points by x and y).
 /// By design: identifiers 0 to 2 do not count. They are identity, and two functions that differ in
 /// name only are the same definition; comparing names would recompute what is shared.
 LMW_API bool IsEqual(const FnImpl& a, const FnImpl& b);

@@ -211,6 +211,11 @@ TEST(IsEqual, ComparesTypeAndDefinitionButNotIdentity) {
     EXPECT_FALSE(IsEqual(a, EqualToAll()));
     // The same C++ type with dictionaries of other attributes, or of as many others.
     EXPECT_FALSE(IsEqual(FnUnitConst(FnAttrConstForce(), 1.0), FnConst(1.0)));
+    // Kinds of one C++ type: a force is no pressure, whatever their numbers.
+    EXPECT_FALSE(
+        IsEqual(FnUnitConst(FnAttrConstForce(), 1.0), FnUnitConst(FnAttrConstPressure(), 1.0)));
+    EXPECT_TRUE(
+        IsEqual(FnUnitConst(FnAttrConstForce(), 1.0), FnUnitConst(FnAttrConstForce(), 1.0)));
 }
 
 TEST(IsUndefined, GoesByTheDictionary) {
