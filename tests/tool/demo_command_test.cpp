@@ -5,10 +5,12 @@
 
 #include "tests/tool/tool_run.h"
 #include "tools/lmw/csv_table.h"
+#include "tools/lmw/demo_progress.h"
 #include "tools/lmw/text.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstddef>
 #include <filesystem>
 #include <iterator>
@@ -19,6 +21,7 @@
 namespace lmw::tool {
 namespace {
 
+using test::Packed;
 using test::RunTool;
 using test::TemporaryFolder;
 using test::ToolResult;
@@ -80,31 +83,118 @@ TEST_F(Demo, LevelMeetsTheDamsFacesAndCore) {
     EXPECT_NEAR(*places.rbegin(), 172.727 - 30.227 * 66.666 / 33.333, 1e-4);
 }
 
+TEST_F(Demo, MeshAreasAndWaterContentsFollowTheSection) {
+    ASSERT_EQ(run_.exit_code, 0) << run_.err;
+    const CsvTable regions = Table_("section-dam-regions");
+    const CsvTable low = Table_("element-1");
+    const CsvTable high = Table_("element-2");
+    const CsvTable again = Table_("element-4");
+    const std::size_t area = low.Column("ElementArea");
+    const std::size_t pressure = low.Column("PorePressure");
+    const std::size_t content = low.Column("VolumetricWaterContent");
+    std::vector<double> areas(regions.NumberOfRows());
+    const std::vector<double> saturated = {0.38, 0.557, 0.315};
+    for (std::size_t row = 0; row < low.NumberOfRows(); ++row) {
+        std::size_t region = 0;
+        while (regions.Text(region, 0) != low.Text(row, 1)) {
+            ASSERT_LT(++region, areas.size());
+        }
+        areas[region] += low.Number(row, area);
+        // All of the element is below the water when its middle is so by more than its half height.
+        if (low.Number(row, pressure) > 25.0) {
+            EXPECT_EQ(low.Number(row, content), saturated[region]);
+        }
+        EXPECT_LE(low.Number(row, content), high.Number(row, content));
+        // Month 61.5 is month 13.5 of the second round.
+        EXPECT_EQ(low.Text(row, content), again.Text(row, content));
+    }
+    for (std::size_t region = 0; region < areas.size(); ++region) {
+        EXPECT_NEAR(areas[region], regions.Number(region, 1), 1e-3);
+    }
+    // Neighbours share their nodes: 9 rows of 16 + 3 + 10 columns and one more.
+    EXPECT_EQ(low.NumberOfRows(), 8U * 29U);
+    EXPECT_EQ(Table_("mesh-nodes").NumberOfRows(), 9U * 30U);
+}
+
+TEST_F(Demo, LevelsComeFromTheStoredVolumesAndRepeat) {
+    ASSERT_EQ(run_.exit_code, 0) << run_.err;
+    const CsvTable levels = Table_("reservoir-level");
+    ASSERT_EQ(levels.NumberOfRows(), 72U);
+    // Month 13 holds 910446 acre-feet, between 852196 at 640 ft and 1108409 at 680 ft.
+    const double elevation = 640.0 + 40.0 * (910446.0 - 852196.0) / (1108409.0 - 852196.0);
+    EXPECT_NEAR(levels.Number(13, 1), 30.227 * (elevation - 520.0) / 380.0, 0.0005);
+    for (std::size_t month = 48; month < levels.NumberOfRows(); ++month) {
+        EXPECT_EQ(levels.Text(month, 1), levels.Text(month - 48, 1));
+    }
+}
+
+// With normal laws the factor's mean and deviation follow from those of the data to first order;
+// 10000 trials scatter about them by less than the bounds (six deviations of the mean).
+TEST_F(Demo, SampledStrengthsFollowTheirLaws) {
+    ASSERT_EQ(run_.exit_code, 0) << run_.err;
+    const CsvTable strengths = Table_("strengths");
+    const CsvTable laws = CsvTable::ReadFile(LMW_EXAMPLE_DATA "/strength-dam.csv");
+    for (std::size_t row = 0; row < laws.NumberOfRows(); ++row) {
+        const double deviation = laws.Number(row, 2);
+        EXPECT_NEAR(strengths.Number(row, 1), laws.Number(row, 1), 0.06 * deviation);
+        EXPECT_NEAR(strengths.Number(row, 2), deviation, 0.05 * deviation);
+    }
+    const double by_cohesion = 8.62 / (18.85 * 8.0 * 0.4);
+    const double mean = 28.73 / (18.85 * 8.0 * 0.4) + 2.0 * 0.364;
+    EXPECT_NEAR(strengths.Number(3, 1), mean, 0.015);
+    EXPECT_NEAR(strengths.Number(3, 2), std::hypot(by_cohesion, 2.0 * 0.055), 0.01);
+    double trials = 0.0;
+    const CsvTable bins = Table_("safety");
+    for (std::size_t row = 0; row < bins.NumberOfRows(); ++row) {
+        trials += bins.Number(row, 2);
+    }
+    EXPECT_GT(trials, 9990.0);
+    EXPECT_LE(trials, 10000.0);
+}
+
 TEST_F(Demo, ArchiveHoldsEveryFileAndThePageEveryPicture) {
     ASSERT_EQ(run_.exit_code, 0) << run_.err;
-    const TemporaryFolder& folder = folder_;
     sys::file::Zip zip;
-    ASSERT_FALSE(zip.OpenReadOnly(sys::file::MakeFileInputStream(Wide(folder.Name("out/demo.lwz"))))
-                     .Failed());
-    const auto page = folder.Read("out/index.html");
+    ASSERT_FALSE(
+        zip.OpenReadOnly(sys::file::MakeFileInputStream(Wide(folder_.Name("out/demo.lwz"))))
+            .Failed());
+    const auto page = folder_.Read("out/index.html");
     ASSERT_TRUE(page.has_value());
     EXPECT_NE(page->find("\n  core  "), std::string::npos);  // the report, line by line
     std::size_t entries = 0;
     for (const sys::file::Zip::Id id : zip.GetAllFileIDs()) {
+        // Analysis\file, or analysis\step\file for "file-step" of the folder.
         const std::string name = Utf8(zip.GetName(id));
-        ASSERT_EQ(name.rfind("Results", 0), 0U) << name;
-        const std::string file = name.substr(std::string("Results/").size());
-        const auto content = folder.Read("out/" + file);
-        ASSERT_TRUE(content.has_value()) << file;
-        EXPECT_EQ(content->size(), zip.GetSize(id)) << file;
+        std::string file = name.substr(name.find('\\') + 1);
+        if (const std::size_t at = file.find('\\'); at != std::string::npos) {
+            const std::string step = file.substr(0, at);
+            file = file.substr(at + 1);
+            file.insert(file.rfind('.'), "-" + step);
+        }
+        const auto content = folder_.Read("out/" + file);
+        ASSERT_TRUE(content.has_value()) << name;
+        EXPECT_EQ(content->size(), zip.GetSize(id)) << name;
         if (file.ends_with(".svg")) {
             EXPECT_NE(page->find("src=\"" + file + "\""), std::string::npos) << file;
         }
         ++entries;
     }
-    const std::filesystem::directory_iterator first(PathOf(folder.Name("out")));
+    const std::filesystem::directory_iterator first(PathOf(folder_.Name("out")));
     const auto files = std::distance(begin(first), end(first));
     EXPECT_EQ(entries + 1, static_cast<std::size_t>(files));  // and the archive itself
+
+    const ToolResult json =
+        RunTool({"demo", folder_.Name("out"), "--data", LMW_EXAMPLE_DATA, "--json"});
+    ASSERT_EQ(json.exit_code, 0) << json.err;
+    EXPECT_NE(Packed(json.out).find(R"("version":"8.1","entries":[{"name":"Functions\\functions)"),
+              std::string::npos)
+        << json.out;
+}
+
+TEST(Progress, BarFillsWithItsSteps) {
+    EXPECT_EQ(ProgressText(0, 6, "soils"), "[------------------------] 0/6 soils");
+    EXPECT_EQ(ProgressText(2, 6, "mesh"), "[########----------------] 2/6 mesh");
+    EXPECT_EQ(ProgressText(7, 6, ""), "[########################] 7/6 ");
 }
 
 }  // namespace

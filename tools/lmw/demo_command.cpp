@@ -6,14 +6,20 @@
 
 #include "tools/lmw/commands.h"
 #include "tools/lmw/demo_chapters.h"
+#include "tools/lmw/demo_progress.h"
 #include "tools/lmw/failure.h"
+#include "tools/lmw/json_text.h"
 #include "tools/lmw/svg_text.h"
 #include "tools/lmw/text.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <ostream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace lmw::tool {
 namespace {
@@ -24,28 +30,91 @@ void Require(const gtl::status& result) {
     }
 }
 
-// Packs the results into a project archive, and reads it as another program would.
-void Pack(const DemoResults& results, std::ostream& out) {
-    const std::string name = results.folder + "/demo.lwz";
-    sys::file::Zip zip;
-    Require(zip.Open(Wide(name), sys::file::zip::CompactMode::OnClose));
-    Require(zip.Delete(zip.GetAllFileIDs()));  // of an earlier run
-    for (const OutputFile& file : results.files) {
-        Require(zip.Add(Wide(file.name),
-                        L"Results\\" + Wide(file.name.substr(results.folder.size() + 1))));
-    }
-    Require(zip.SetComment(L"8.1"));
-    Require(zip.Close());
+// The entry of a file in its archive: "<analysis>\\<step>\\<file>", without a step where there is
+// none.
+std::wstring EntryOf(const doc::file::Name& name) {
+    const StepNumber step = name.Step().AsStepNumber();
+    return name.Analysis() + L"\\" +
+           (step == StepNumber::kNone ? L"" : std::to_wstring(step.value) + L"\\") +
+           name.FNameExt();
+}
 
-    Require(zip.OpenReadOnly(sys::file::MakeFileInputStream(Wide(name))));
-    Require(zip.Test(zip.GetAllFileIDs()));
-    const auto version = doc::file::GetLwzVersion(zip);
-    out << "\nPacked into demo.lwz, version " << version[0] << '.' << version[1]
-        << ", all entries tested:\n";
-    for (const sys::file::Zip::Id id : zip.GetAllFileIDs()) {
-        out << Column(static_cast<double>(zip.GetSize(id)), 10, 0) << "  " << Utf8(zip.GetName(id))
-            << '\n';
+// Packs the results into a project archive. What an earlier run left there goes.
+void Pack(const DemoResults& results) {
+    sys::file::Zip zip;
+    Require(zip.Open(Wide(results.Archive()), sys::file::zip::CompactMode::OnClose));
+    Require(zip.Delete(zip.GetAllFileIDs()));
+    for (const DemoFile& each : results.files) {
+        Require(zip.Add(Wide(each.file.name), EntryOf(each.name)));
     }
+    Require(zip.SetComment(L"8.1"));  // the version of the project's format
+    Require(zip.Close());
+}
+
+// An entry of the archive, found under its name.
+struct Packed {
+    doc::file::Name name;
+    std::uint64_t size = 0;
+    std::uint64_t packed_size = 0;
+};
+
+// Opens the archive as another program would, tests all of it, and finds every file under its name.
+// In the order of the names.
+std::vector<Packed> Reopened(const DemoResults& results, std::string& version) {
+    sys::file::Zip zip;
+    Require(zip.OpenReadOnly(sys::file::MakeFileInputStream(Wide(results.Archive()))));
+    Require(zip.Test(zip.GetAllFileIDs()));
+    const auto numbers = doc::file::GetLwzVersion(zip);
+    version = std::to_string(numbers[0]) + "." + std::to_string(numbers[1]);
+    std::vector<Packed> entries;
+    for (const DemoFile& each : results.files) {
+        sys::file::Zip::Ids ids;
+        Require(zip.Find(ids, EntryOf(each.name)));
+        if (ids.size() != 1) {
+            throw Failure(results.Archive() + ": not one entry, but " + std::to_string(ids.size()) +
+                          ", of the name " + Utf8(each.name.Description()));
+        }
+        entries.push_back({each.name, zip.GetSize(ids.front()), zip.GetPackedSize(ids.front())});
+    }
+    std::sort(entries.begin(), entries.end(),
+              [](const Packed& a, const Packed& b) { return a.name < b.name; });
+    return entries;
+}
+
+std::string Listing(const std::vector<Packed>& entries, const std::string& version) {
+    std::string text = "\nPacked into a project archive of version " + version +
+                       ", closed, opened again, all entries tested:\n\n"
+                       "    size  packed  name\n";
+    for (const Packed& entry : entries) {
+        text += Column(static_cast<double>(entry.size), 8, 0) +
+                Column(static_cast<double>(entry.packed_size), 8, 0) + "  " +
+                Utf8(entry.name.Description()) + "\n";
+    }
+    return text;
+}
+
+std::string Json(const DemoResults& results, const std::vector<Packed>& entries,
+                 const std::string& version) {
+    JsonText json;
+    json.BeginObject();
+    json.Key("folder").Value(results.folder);
+    json.Key("files").BeginArray();
+    for (const DemoFile& each : results.files) {
+        json.Value(results.ShortName(each));
+    }
+    json.End();
+    json.Key("archive").Value(results.Archive());
+    json.Key("version").Value(version);
+    json.Key("entries").BeginArray();
+    for (const Packed& entry : entries) {
+        json.BeginObject();
+        json.Key("name").Value(Utf8(EntryOf(entry.name)));
+        json.Key("size").Count(static_cast<std::size_t>(entry.size));
+        json.Key("packed_size").Count(static_cast<std::size_t>(entry.packed_size));
+        json.End();
+    }
+    json.End().End();
+    return json.Text();
 }
 
 // A page that shows the report and all pictures together.
@@ -60,8 +129,8 @@ std::string Page(const DemoResults& results) {
         page += XmlEscaped(line) + "\n";  // which takes a line end for a control character
     }
     page += "</pre>\n";
-    for (const OutputFile& file : results.files) {
-        const std::string name = XmlEscaped(file.name.substr(results.folder.size() + 1));
+    for (const DemoFile& each : results.files) {
+        const std::string name = XmlEscaped(results.ShortName(each));
         if (name.ends_with(".svg")) {
             page.append("<figure><img src=\"").append(name).append("\" alt=\"").append(name);
             page.append("\"><figcaption>").append(name).append("</figcaption></figure>\n");
@@ -70,38 +139,64 @@ std::string Page(const DemoResults& results) {
     return page + "</body>\n</html>\n";
 }
 
-void RunDemo(DemoResults results, std::ostream& out) {
+struct DemoOptions {
+    std::string folder;
+    std::string data = "examples/data";
+    bool json = false;
+};
+
+void RunDemo(const DemoOptions& options, std::ostream& out) {
+    constexpr std::size_t kSteps = 7;
+    ProgressBar progress(kSteps);
+    DemoResults results{options.data, options.folder};
     results.report = "Loamworks Core " LMW_VERSION_STRING "\n";
-    AddSoils(results);
+    progress.Begin("soils");
+    const std::vector<FittedSoil> soils = AddSoils(results);
+    progress.Begin("sections");
     AddSections(results);
+    progress.Begin("functions");
+    const DamFunctions functions = AddFunctions(results, soils);
+    progress.Begin("mesh and water");
+    AddWater(results, functions);
+    progress.Begin("strengths");
+    AddStrengths(results);
+
+    progress.Begin("files");
+    results.analysis = L"Report";
     results.Keep("index.html", Page(results));
     MakeFolder(results.folder);
-    WriteFiles(results.files);
-    out << results.report << "\nWritten to " << results.folder << ":\n";
-    for (const OutputFile& file : results.files) {
-        out << "  " << file.name.substr(results.folder.size() + 1) << "\n";
+    std::vector<OutputFile> files;
+    for (const DemoFile& each : results.files) {
+        files.push_back(each.file);
     }
-    Pack(results, out);
+    WriteFiles(files);
+    progress.Begin("archive");
+    Pack(results);
+    std::string version;
+    const std::vector<Packed> entries = Reopened(results, version);
+    out << (options.json ? Json(results, entries, version)
+                         : results.report + Listing(entries, version) + "\n" +
+                               std::to_string(files.size()) + " files in " + results.folder +
+                               "; index.html shows report and pictures together.\n");
 }
 
 }  // namespace
 
 void AddDemo(CLI::App& program, std::ostream& out) {
-    struct Options {
-        std::string folder;
-        std::string data = "examples/data";
-    };
-    const auto options = std::make_shared<Options>();
-    CLI::App* const command =
-        program.add_subcommand("demo", "Run the worked example on measured soils");
-    command->add_option("FOLDER", options->folder, "Where tables (CSV) and pictures (SVG) go")
+    const auto options = std::make_shared<DemoOptions>();
+    CLI::App* const command = program.add_subcommand(
+        "demo", "Run the worked example: an embankment dam from measured soils to a project");
+    command
+        ->add_option("FOLDER", options->folder,
+                     "Where tables (CSV), pictures (SVG), page and archive go")
         ->required()
         ->type_name("");
     command
         ->add_option("--data", options->data,
                      "Folder of the measured data; examples/data unless given")
         ->type_name("FOLDER");
-    command->callback([options, &out] { RunDemo({options->data, options->folder}, out); });
+    command->add_flag("--json", options->json, "Print the files and entries as JSON, no report");
+    command->callback([options, &out] { RunDemo(*options, out); });
 }
 
 }  // namespace lmw::tool

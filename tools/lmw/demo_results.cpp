@@ -1,5 +1,8 @@
 #include "tools/lmw/demo_results.h"
 
+#include "tools/lmw/failure.h"
+#include "tools/lmw/text.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -15,8 +18,42 @@ CsvTable DemoResults::Table(std::string_view name) const {
     return CsvTable::ReadFile(DataFile(name));
 }
 
+NamedRegions DemoResults::Regions(std::string_view name) const {
+    const CsvTable table = Table(name);
+    NamedRegions regions;
+    for (std::size_t row = 0; row < table.NumberOfRows(); ++row) {
+        if (regions.names.empty() || regions.names.back() != table.Text(row, 0)) {
+            regions.names.push_back(table.Text(row, 0));
+        }
+    }
+    regions.polygons = ReadPointRows(DataFile(name), {"2", "3"});
+    std::vector<std::string> distinct = regions.names;
+    std::sort(distinct.begin(), distinct.end());
+    if (std::adjacent_find(distinct.begin(), distinct.end()) != distinct.end()) {
+        throw table.About("a region stands in two places");
+    }
+    return regions;
+}
+
 void DemoResults::Keep(std::string_view name, std::string content) {
-    files.push_back({folder + "/" + std::string(name), std::move(content)});
+    doc::file::Name address;
+    address.ProjectPath(Wide(Archive())).Analysis(analysis).FNameExt(Wide(name));
+    files.push_back({{folder + "/" + std::string(name), std::move(content)}, std::move(address)});
+}
+
+void DemoResults::KeepStep(std::uint32_t step, std::string_view name, std::string content) {
+    Keep(name, std::move(content));
+    DemoFile& kept = files.back();
+    kept.name.Step(Step::CreateFromStepNumber(step));
+    kept.file.name.insert(kept.file.name.rfind('.'), "-" + std::to_string(step));
+}
+
+std::string DemoResults::Archive() const {
+    return folder + "/demo.lwz";
+}
+
+std::string DemoResults::ShortName(const DemoFile& file) const {
+    return file.file.name.substr(folder.size() + 1);
 }
 
 std::string Decimals(double value, int decimals) {
@@ -26,14 +63,27 @@ std::string Decimals(double value, int decimals) {
     return {buffer.data(), end.ptr};
 }
 
+namespace {
+
+// How wide the text is: its characters.
+std::size_t WidthOf(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
+    }));
+}
+
+std::string Blanks(std::string_view text, std::size_t width) {
+    return std::string(width - std::min(width, WidthOf(text)), ' ');
+}
+
+}  // namespace
+
 std::string RightAligned(std::string_view text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + std::string(text);
+    return Blanks(text, width) + std::string(text);
 }
 
 std::string Padded(std::string_view text, std::size_t width) {
-    std::string result(text);
-    result.resize(std::max(width, text.size()), ' ');
-    return result;
+    return std::string(text) + Blanks(text, width);
 }
 
 std::string Column(double value, std::size_t width, int decimals) {

@@ -32,7 +32,7 @@ struct SectionFacts {
     double finest;   // spacing at the highest points
 };
 
-constexpr SectionFacts kDam = {"dam", "section-dam", "m", 30.227, 6.0, 1.5};
+constexpr SectionFacts kDam = {"dam", kDamSection, "m", kFullWater, 6.0, 1.5};
 constexpr SectionFacts kSlope = {"layered slope", "section-slope", "ft", 52.0, 20.0, 5.0};
 
 // A section of regions: each edge once, divided into points, and where the water's level meets it.
@@ -41,11 +41,8 @@ class Section {
     Section(const SectionFacts& facts, DemoResults& results)
         : facts_(facts),
           results_(results),
-          names_(RegionNames(results.Table(facts.file))),
-          regions_(ReadPointRows(results.DataFile(facts.file), {"2", "3"})) {
-        if (names_.size() != regions_.size()) {
-            throw Failure(results.DataFile(facts.file) + ": a region stands in two places");
-        }
+          names_(results.Regions(facts.file).names),
+          regions_(results.Regions(facts.file).polygons) {
         std::vector<Geom::Point2D> corners;
         for (const auto& region : regions_) {
             corners.insert(corners.end(), region.begin(), region.end());
@@ -74,16 +71,6 @@ class Section {
     }
 
  private:
-    static std::vector<std::string> RegionNames(const CsvTable& table) {
-        std::vector<std::string> names;
-        for (std::size_t row = 0; row < table.NumberOfRows(); ++row) {
-            if (names.empty() || names.back() != table.Text(row, 0)) {
-                names.push_back(table.Text(row, 0));
-            }
-        }
-        return names;
-    }
-
     // A corner of one region inside an edge of another splits that edge, so that both have the same
     // edges where they touch. Returns how many corners were inserted.
     std::size_t SplitWhereTouched_() {
@@ -258,6 +245,7 @@ class Section {
 }  // namespace
 
 void AddSections(DemoResults& results) {
+    results.analysis = L"Sections";
     Section(kDam, results).Run();
     Section(kSlope, results).Run();
 }

@@ -33,11 +33,13 @@ class Soils {
  public:
     explicit Soils(DemoResults& results) : results_(results) {}
 
-    void Run() {
+    std::vector<FittedSoil> Run() {
+        results_.analysis = L"Soils";
         Retention_();
-        Fits_();
+        std::vector<FittedSoil> fitted = Fits_();
         Conductivity_();
         Precipitation_();
+        return fitted;
     }
 
  private:
@@ -94,7 +96,7 @@ class Soils {
     // The closed-form curve through the same points. The parameters are written with six digits,
     // and the tabulated curve is that of the parameters as written: a reader can repeat it, and it
     // is the same on every platform.
-    void Fits_() {
+    std::vector<FittedSoil> Fits_() {
         constexpr AxisRange kAllSuctions = {1.0, 1e7};  // cm; the curves end in 0 at 1.02e7
         const SuctionUnit& unit =
             *std::find_if(SuctionUnits().begin(), SuctionUnits().end(),
@@ -110,6 +112,7 @@ class Soils {
         results_.report +=
             "\nFredlund-Xing curves through the same points, by least squares\n\n"
             "  soil            saturated     a (kPa)           n           m    root mean square\n";
+        std::vector<FittedSoil> fitted;
         std::vector<math::fn::flow::FredXing> written;
         for (std::size_t i = 0; i < kSoils.size(); ++i) {
             const Soil& soil = kSoils[i];
@@ -133,6 +136,8 @@ class Soils {
             results_.report += "\n";
             parameters.EndRow();
             curves.Cell(soil.name);
+            fitted.push_back({soil.name, soil.file, fit.SaturatedWaterContent(), rounded[0],
+                              rounded[1], rounded[2]});
             written.emplace_back(rounded[0] / kilopascals, rounded[1], rounded[2],
                                  fit.SaturatedWaterContent(), fit.Limit());
             results_.Keep(soil.file + std::string("-fit.svg"), FitPicture_(soil, table, fit));
@@ -150,6 +155,7 @@ class Soils {
             curves.EndRow();
         }
         results_.Keep("retention-fits.csv", curves.Text());
+        return fitted;
     }
 
     [[nodiscard]] static std::string FitPicture_(const Soil& soil, const CsvTable& table,
@@ -256,8 +262,8 @@ class Soils {
 
 }  // namespace
 
-void AddSoils(DemoResults& results) {
-    Soils(results).Run();
+std::vector<FittedSoil> AddSoils(DemoResults& results) {
+    return Soils(results).Run();
 }
 
 }  // namespace lmw::tool
