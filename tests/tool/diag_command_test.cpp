@@ -12,9 +12,11 @@
 
 namespace {
 
+using lmw::test::Packed;
 using lmw::test::RunTool;
 using lmw::test::ToolResult;
 using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
 using ::testing::Not;
 
 TEST(DiagCommand, ShowsSettingsCategoriesSwitchesAndModulesInForce) {
@@ -26,6 +28,7 @@ TEST(DiagCommand, ShowsSettingsCategoriesSwitchesAndModulesInForce) {
     lmw::diag::MakeCategoryMask("tool.hidden");
 
     const ToolResult result = RunTool({"diag"});
+    const ToolResult json = RunTool({"diag", "--json"});
 
     lmw::test::RemoveEnvironmentVariable("LMW_USE_RULER");
     lmw::feature::SetNewSolverEnabled(AnalysisKind::Heat, true);
@@ -37,6 +40,11 @@ TEST(DiagCommand, ShowsSettingsCategoriesSwitchesAndModulesInForce) {
           "Qt +off +LMW_USE_QT\n", "new reinforcement +on ", "flow +lmwflow +new solver\n",
           "heat +lmwheat +old solver\n"}) {
         EXPECT_THAT(result.out, ContainsRegex(line));
+    }
+    for (const char* part :
+         {R"("settings":[{"name":"minimumlevel","value":"error","note":"level="},)",
+          R"("modules":[{"name":)", R"("value":"lmwheat","note":"oldsolver"})"}) {
+        EXPECT_THAT(Packed(json.out), HasSubstr(part));
     }
 }
 

@@ -5,9 +5,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 
 using lmw::test::ExpectRefusals;
+using lmw::test::Packed;
 using lmw::test::RunTool;
 using lmw::test::TemporaryFolder;
 using lmw::test::ToolResult;
@@ -51,6 +54,20 @@ TEST(GeomCommand, DividesRows) {
     const std::string file = folder.Write("line.csv", "0,0,0\n0,3,0\n0,3,2\n");
     EXPECT_EQ("row,x,y\n0,0,0\n0,1,0\n0,2,0\n0,3,0\n0,3,1\n0,3,2\n",
               RunTool({"geom", file, "--task", "divide", "--spacing", "1"}).out);
+}
+
+TEST(GeomCommand, PrintsJson) {
+    const TemporaryFolder folder;
+    const std::string cross = folder.Write("cross.csv", kCross);
+    EXPECT_EQ(
+        R"([{"x":2,"y":2,"first_row":0,"first_segment":0,"second_row":1,"second_segment":1}])",
+        Packed(RunTool({"geom", cross, "--kind", "crossing", "--json"}).out));
+    EXPECT_THAT(
+        Packed(RunTool({"geom", cross, "--task", "edges", "--json"}).out),
+        StartsWith(R"([{"edge":1,"x0":0,"y0":0,"x1":4,"y1":4,"uses":[{"row":0,"edge":0}]},)"));
+    const std::string line = folder.Write("line.csv", "0,0,0\n0,2,0\n");
+    EXPECT_EQ(R"([[{"x":0,"y":0},{"x":1,"y":0},{"x":2,"y":0}]])",
+              Packed(RunTool({"geom", line, "--task", "divide", "--spacing", "1", "--json"}).out));
 }
 
 TEST(GeomCommand, DrawsThePictureAndWritesAllOrNothing) {

@@ -77,10 +77,9 @@ class Functions {
         const CsvTable table = results_.Table(kSoilFile);
         std::vector<IFn> functions;
         for (std::size_t row = 0; row < table.NumberOfRows(); ++row) {
-            const auto soil =
-                std::find_if(soils_.begin(), soils_.end(), [&](const FittedSoil& each) {
-                    return each.file == table.Text(row, 1);
-                });
+            const auto soil = std::find_if(
+                soils_.begin(), soils_.end(),
+                [&](const FittedSoil& each) { return each.file == table.Text(row, 1); });
             if (soil == soils_.end()) {
                 throw table.At(row, "no soil of the file " + Quoted(table.Text(row, 1)));
             }
@@ -119,7 +118,8 @@ class Functions {
         for (std::size_t row = 0; row < storages.NumberOfRows(); ++row) {
             const double storage = storages.Number(row, 1);
             const std::string level = Decimals(
-                kFullWater * (fn::impl::SafeCalculate(*elevation, &storage, nullptr) - kFoundation) /
+                kFullWater *
+                    (fn::impl::SafeCalculate(*elevation, &storage, nullptr) - kFoundation) /
                     (kFull - kFoundation),
                 3);
             points.append(row == 0 ? "" : ";").append(storages.Text(row, 0));
@@ -132,8 +132,8 @@ class Functions {
                               ",SlopeAfter=Cycle,FunctionPeriod=" + Decimals(period, 0) + ")",
                           "reservoir level", DataParamType::ElapsedTime,
                           DataParamType::WaterTableElevation);
-        const fn::impl::ComputedResult sum = fn::impl::Integrate(
-            0.0, period, math::algorithm::Tolerance<double>(), *level);
+        const fn::impl::ComputedResult sum =
+            fn::impl::Integrate(0.0, period, math::algorithm::Tolerance<double>(), *level);
         results_.report += "\n  reservoir level: lowest " +
                            Decimals(*std::min_element(measured.y.begin(), measured.y.end()), 3) +
                            " m, mean " + Decimals(sum.value / period, 3) + " m, highest " +

@@ -18,8 +18,7 @@ std::string ProgressText(std::size_t done, std::size_t steps, std::string_view w
            std::to_string(done) + "/" + std::to_string(steps) + " " + std::string(what);
 }
 
-ProgressBar::ProgressBar(std::size_t steps)
-    : steps_(steps), shown_(sys::IsErrorStreamTerminal()) {}
+ProgressBar::ProgressBar(std::size_t steps) : steps_(steps), shown_(sys::IsErrorStreamTerminal()) {}
 
 ProgressBar::~ProgressBar() {
     if (shown_ && begun_ > 0) {

@@ -110,7 +110,8 @@ class Strengths {
                        {"trials in a bin"});
         const double highest = *std::max_element(bars.y.begin(), bars.y.end());
         chart.Add(std::move(bars));
-        chart.Add({.label = "limit", .x = {1.0, 1.0}, .y = {0.0, highest}, .stroke = Stroke::kDashed});
+        chart.Add(
+            {.label = "limit", .x = {1.0, 1.0}, .y = {0.0, highest}, .stroke = Stroke::kDashed});
         chart.AddNote(Decimals(failures, 0) + " of " + std::to_string(kTrials) +
                       " trials are below 1.");
         for (const std::string& comment : table_.Comments()) {

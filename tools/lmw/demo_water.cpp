@@ -87,12 +87,13 @@ class StillWater {
                            "                       area (m²) summed over\n"
                            "  region            integration points      polygon\n";
         for (std::size_t i = 0; i < areas.size(); ++i) {
-            results_.report +=
-                "  " + Padded(regions_.names[i], 18) + Column(areas[i], 18, 6) +
-                Column(std::fabs(Geom::PolygonArea2D(regions_.polygons[i])), 13, 6) + "\n";
+            results_.report += "  " + Padded(regions_.names[i], 18) + Column(areas[i], 18, 6) +
+                               Column(std::fabs(Geom::PolygonArea2D(regions_.polygons[i])), 13, 6) +
+                               "\n";
         }
         results_.report +=
-            "\nWater in the dam if it stood still at the reservoir's level, per metre of the dam\n\n"
+            "\nWater in the dam if it stood still at the reservoir's level, per metre of the "
+            "dam\n\n"
             "  step   month   level (m)";
         for (const std::string& name : regions_.names) {
             results_.report += RightAligned(name + " (m³)", 24);
@@ -104,11 +105,10 @@ class StillWater {
     void Step_(std::uint32_t step, double month) {
         const double level = fn::impl::SafeCalculate(*functions_.level, &month, nullptr);
         DataTable table;
-        const gtl::status made =
-            table.Init({DataParamType::CoordinateX, DataParamType::CoordinateY,
-                        DataParamType::ElementArea, DataParamType::PorePressure,
-                        DataParamType::VolumetricWaterContent},
-                       static_cast<std::uint32_t>(mesh_.elements.size()));
+        const gtl::status made = table.Init(
+            {DataParamType::CoordinateX, DataParamType::CoordinateY, DataParamType::ElementArea,
+             DataParamType::PorePressure, DataParamType::VolumetricWaterContent},
+            static_cast<std::uint32_t>(mesh_.elements.size()));
         if (made.Failed()) {
             throw Failure(Utf8(made.as_wstring()));
         }
@@ -187,7 +187,8 @@ class StillWater {
             }
             chart.Add(std::move(points));
         }
-        chart.AddNote("Rings are elements, those of a row at one place: means over integration points.");
+        chart.AddNote(
+            "Rings are elements, those of a row at one place: means over integration points.");
         results_.KeepStep(step, "water.svg", chart.Text());
     }
 

@@ -1,4 +1,4 @@
-// The settings of diagnostics in force, as a table for people.
+// The settings of diagnostics in force, as a table for people or as JSON.
 
 #include "common/analysis_kind.h"
 #include "common/app/feature.h"
@@ -10,14 +10,16 @@
 #include "common/version.h"
 
 #include "tools/lmw/commands.h"
+#include "tools/lmw/json_text.h"
 #include "tools/lmw/text.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <ostream>
 #include <string>
-#include <string_view>
+#include <vector>
 
 namespace lmw::tool {
 namespace {
@@ -28,51 +30,50 @@ struct Switch {
     bool (*is_on)();
 };
 
-std::string Row(std::string_view name, std::string_view value, std::string_view note) {
-    constexpr std::size_t kNameColumns = 30;
-    constexpr std::size_t kValueColumns = 14;
-    std::string row = "  ";
-    row += name;
-    row.resize(2 + kNameColumns, ' ');
-    row += value;
-    if (!note.empty()) {
-        row.resize(2 + kNameColumns + kValueColumns, ' ');
-        row += note;
-    }
-    return row + "\n";
-}
+struct Row {
+    std::string name;
+    std::string value;
+    std::string note;  // how it is set; empty where there is nothing to say
+};
 
-std::string_view OnOff(bool on) {
+struct Group {
+    const char* title;
+    const char* key;
+    std::vector<Row> rows;
+};
+
+std::string OnOff(bool on) {
     return on ? "on" : "off";
 }
 
-std::string Settings() {
+Group Settings() {
     const int mask = diag::LogFilter::CategoryMask();
     // Names are narrow text in the platform's encoding; the program's output is UTF-8.
     const std::string names = Utf8(sys::Widen(diag::CategoryNames(mask)));
-    return "Settings\n" +
-           Row("minimum level", Utf8(diag::LevelText(diag::LogFilter::MinLevel())), "level=") +
-           Row("category mask", std::to_string(mask), "category=" + names) +
-           Row("safe mode", OnOff(diag::IsSafeMode()), "/safemode") +
-           Row("interactive assertions", OnOff(diag::IsAssertInteractive()), "/assertinteractive") +
-           Row("diagnostic mode", OnOff(feature::IsDiagnosticMode()),
-               "LMW_DIAG, LOAMWORKS_DIAG_MODE") +
-           Row("floating-point traps", OnOff(feature::IsDiagnosticFpuTrapsEnabled()),
-               "with diagnostic mode");
+    return {
+        "Settings",
+        "settings",
+        {{"minimum level", Utf8(diag::LevelText(diag::LogFilter::MinLevel())), "level="},
+         {"category mask", std::to_string(mask), "category=" + names},
+         {"safe mode", OnOff(diag::IsSafeMode()), "/safemode"},
+         {"interactive assertions", OnOff(diag::IsAssertInteractive()), "/assertinteractive"},
+         {"diagnostic mode", OnOff(feature::IsDiagnosticMode()), "LMW_DIAG, LOAMWORKS_DIAG_MODE"},
+         {"floating-point traps", OnOff(feature::IsDiagnosticFpuTrapsEnabled()),
+          "with diagnostic mode"}}};
 }
 
-std::string Categories() {
-    std::string text = "Registered categories\n";
+Group Categories() {
+    Group group = {"Registered categories", "categories", {}};
     int mask = 8;
     for (const std::string& name : diag::RegisteredCategories()) {
-        text += Row(Utf8(sys::Widen(name)), std::to_string(mask),
-                    (diag::LogFilter::CategoryMask() & mask) != 0 ? "logged" : "");
+        group.rows.push_back({Utf8(sys::Widen(name)), std::to_string(mask),
+                              (diag::LogFilter::CategoryMask() & mask) != 0 ? "logged" : ""});
         mask *= 2;
     }
-    return mask == 8 ? text + "  none\n" : text;
+    return group;
 }
 
-std::string Switches() {
+Group Switches() {
     const std::array<Switch, 10> switches = {{
         {"3D", "LMW_3D_ENABLED", feature::Is3DEnabled},
         {"draw locations", "LMW_3D_ENABLED", feature::EnableDrawLocations},
@@ -87,21 +88,57 @@ std::string Switches() {
         {"Qt", "LMW_USE_QT", feature::UseQt},
         {"ruler", "LMW_USE_RULER", feature::UseRuler},
     }};
-    std::string text = "Switches\n";
+    Group group = {"Switches", "switches", {}};
     for (const Switch& entry : switches) {
-        text += Row(entry.name, OnOff(entry.is_on()), entry.variable);
+        group.rows.push_back({entry.name, OnOff(entry.is_on()), entry.variable});
+    }
+    return group;
+}
+
+Group Modules() {
+    Group group = {"Modules", "modules", {}};
+    for (std::int32_t value = 0; value < kAnalysisKindCount; ++value) {
+        const auto kind = static_cast<AnalysisKind>(value);
+        group.rows.push_back({std::string(LookupNameByKind(kind)),
+                              Utf8(feature::DllByAnalysisKind(kind)),
+                              feature::IsNewSolverEnabled(kind) ? "new solver" : "old solver"});
+    }
+    return group;
+}
+
+std::string Table(const std::vector<Group>& groups) {
+    constexpr std::size_t kNameColumns = 30;
+    constexpr std::size_t kValueColumns = 14;
+    std::string text = "Loamworks Core " LMW_VERSION_STRING "\n";
+    for (const Group& group : groups) {
+        text += std::string("\n") + group.title + "\n" + (group.rows.empty() ? "  none\n" : "");
+        for (const Row& row : group.rows) {
+            std::string line = "  " + row.name;
+            line.resize(2 + kNameColumns, ' ');
+            line += row.value;
+            if (!row.note.empty()) {
+                line.resize(2 + kNameColumns + kValueColumns, ' ');
+                line += row.note;
+            }
+            text += line + "\n";
+        }
     }
     return text;
 }
 
-std::string Modules() {
-    std::string text = "Modules\n";
-    for (std::int32_t value = 0; value < kAnalysisKindCount; ++value) {
-        const auto kind = static_cast<AnalysisKind>(value);
-        text += Row(LookupNameByKind(kind), Utf8(feature::DllByAnalysisKind(kind)),
-                    feature::IsNewSolverEnabled(kind) ? "new solver" : "old solver");
+std::string Json(const std::vector<Group>& groups) {
+    JsonText json;
+    json.BeginObject().Key("version").Value(LMW_VERSION_STRING);
+    for (const Group& group : groups) {
+        json.Key(group.key).BeginArray();
+        for (const Row& row : group.rows) {
+            json.BeginObject().Key("name").Value(row.name).Key("value").Value(row.value);
+            json.Key("note").Value(row.note).End();
+        }
+        json.End();
     }
-    return text;
+    json.End();
+    return json.Text();
 }
 
 }  // namespace
@@ -109,12 +146,11 @@ std::string Modules() {
 void AddDiag(CLI::App& program, std::ostream& out) {
     CLI::App* const command = program.add_subcommand(
         "diag", "Show the settings of diagnostics in force, categories, switches and modules");
-    command->callback([&out] {
-        out << "Loamworks Core " LMW_VERSION_STRING "\n\n"
-            << Settings() << "\n"
-            << Categories() << "\n"
-            << Switches() << "\n"
-            << Modules();
+    const auto json = std::make_shared<bool>(false);
+    command->add_flag("--json", *json, "Print JSON instead of tables");
+    command->callback([json, &out] {
+        const std::vector<Group> groups = {Settings(), Categories(), Switches(), Modules()};
+        out << (*json ? Json(groups) : Table(groups));
     });
 }
 
