@@ -174,6 +174,7 @@ void RunDemo(const DemoOptions& options, std::ostream& out) {
     Pack(results);
     std::string version;
     const std::vector<Packed> entries = Reopened(results, version);
+    progress.End();
     out << (options.json ? Json(results, entries, version)
                          : results.report + Listing(entries, version) + "\n" +
                                std::to_string(files.size()) + " files in " + results.folder +

@@ -21,9 +21,7 @@ std::string ProgressText(std::size_t done, std::size_t steps, std::string_view w
 ProgressBar::ProgressBar(std::size_t steps) : steps_(steps), shown_(sys::IsErrorStreamTerminal()) {}
 
 ProgressBar::~ProgressBar() {
-    if (shown_ && begun_ > 0) {
-        sys::WriteErrorStream(kWipe);
-    }
+    End();
 }
 
 void ProgressBar::Begin(std::string_view what) {
@@ -31,6 +29,13 @@ void ProgressBar::Begin(std::string_view what) {
         sys::WriteErrorStream(std::string(kWipe) + ProgressText(begun_, steps_, what));
     }
     ++begun_;
+}
+
+void ProgressBar::End() {
+    if (shown_ && begun_ > 0) {
+        sys::WriteErrorStream(kWipe);
+    }
+    begun_ = 0;
 }
 
 }  // namespace lmw::tool

@@ -13,16 +13,19 @@ namespace lmw::tool {
 [[nodiscard]] std::string ProgressText(std::size_t done, std::size_t steps, std::string_view what);
 
 /// A bar on standard error while it is a terminal; where standard error is a file or a pipe, there
-/// is none. The bar is wiped away at the end, so that only results stay.
+/// is none.
 class ProgressBar {
  public:
     explicit ProgressBar(std::size_t steps);
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
+    /// As End.
     ~ProgressBar();
 
     /// Shows that the next step has begun.
     void Begin(std::string_view what);
+    /// Wipes the bar away, so that what is printed next stands alone.
+    void End();
 
  private:
     std::size_t steps_;
