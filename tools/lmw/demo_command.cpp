@@ -122,20 +122,30 @@ std::string Page(const DemoResults& results) {
     std::string page =
         "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
         "<title>Worked example</title>\n"
-        "<style>body { font-family: sans-serif; margin: 2em; } figure { margin: 2em 0; } "
-        "img { max-width: 100%; }</style>\n</head>\n<body>\n<h1>Worked example</h1>\n<pre>";
+        "<style>body { font-family: sans-serif; margin: 2em; } pre { overflow-x: auto; } "
+        "section { display: grid; grid-template-columns: repeat(auto-fill, minmax(34em, 1fr)); "
+        "gap: 2em; } figure { margin: 0; } img { max-width: 100%; "
+        "}</style>\n</head>\n<body>\n<h1>Worked example</h1>\n<pre>";
     std::istringstream report(results.report);
     for (std::string line; std::getline(report, line);) {
         page += XmlEscaped(line) + "\n";  // which takes a line end for a control character
     }
     page += "</pre>\n";
+    std::wstring analysis;
     for (const DemoFile& each : results.files) {
         const std::string name = XmlEscaped(results.ShortName(each));
-        if (name.ends_with(".svg")) {
-            page.append("<figure><img src=\"").append(name).append("\" alt=\"").append(name);
-            page.append("\"><figcaption>").append(name).append("</figcaption></figure>\n");
+        if (!name.ends_with(".svg")) {
+            continue;
         }
+        if (each.name.Analysis() != analysis) {
+            page += analysis.empty() ? "" : "</section>\n";
+            analysis = each.name.Analysis();
+            page.append("<h2>").append(XmlEscaped(Utf8(analysis))).append("</h2>\n<section>\n");
+        }
+        page.append("<figure><img src=\"").append(name).append("\" alt=\"").append(name);
+        page.append("\"><figcaption>").append(name).append("</figcaption></figure>\n");
     }
+    page += analysis.empty() ? "" : "</section>\n";
     return page + "</body>\n</html>\n";
 }
 

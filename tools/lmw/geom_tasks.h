@@ -3,8 +3,8 @@
 // What lmw geom finds in rows of points, as text: CSV, WKT or JSON. Rows, segments and edges are
 // counted from 0.
 
-#include "common/geom/line_events.h"
 #include "common/geom/geom_types.h"
+#include "common/geom/line_events.h"
 #include "common/geom/precision.h"
 
 #include "tools/lmw/point_rows.h"
