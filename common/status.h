@@ -20,12 +20,10 @@ namespace gtl {
 /// Success, or a counted reference to one error record.
 ///
 /// 1. A default-constructed status is success. Success is a null pointer: it allocates nothing and
-/// is
-///    free to copy, test and destroy.
+///    is free to copy, test and destroy.
 /// 2. Copies of a failure share one record; the last one to go frees it.
 /// 3. Testing, copying, moving, assigning and destroying never throw. A moved-from status is
-/// success.
-///    Creating a failure allocates and may throw std::bad_alloc.
+///    success. Creating a failure allocates and may throw std::bad_alloc.
 ///
 /// Threads: a status and its copies belong to one thread at a time. A record may be handed over to
 /// another thread, never shared with it; nothing in the library caches a failure and hands it out

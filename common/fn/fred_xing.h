@@ -31,9 +31,9 @@ struct FredXingFit;
 /// 1. A pressure of 0 or more gives theta_s, and so does any pressure when a is 0 or less.
 /// 2. At the limit the water content is 0; beyond it nothing is clamped and it is negative.
 /// 3. If a, n, m, theta_s or the limit is the undefined value, every result is, whatever the
-/// pressure. By design: the residual suction is tied to the limit by the factor 0.003 (3000 kPa for
-/// the standard limit of 1e6 kPa) and is no parameter; fitted parameters stored in projects rely on
-/// it.
+///    pressure. By design: the residual suction is tied to the limit by the factor 0.003 (3000 kPa
+///    for the standard limit of 1e6 kPa) and is no parameter; fitted parameters stored in projects
+///    rely on it.
 ///
 /// A default-constructed curve has a = n = m = theta_s = 0 and an undefined limit: it is not valid
 /// and evaluates to the undefined value. A plain value: copying is free, any number of threads may
@@ -101,8 +101,7 @@ class LMW_API FredXing {
 ///
 /// 1. The sum of squares is never larger than that of the caller's start.
 /// 2. Points with an undefined or non-finite coordinate are skipped. Points at a pressure of 0 or
-/// more
-///    count in the sum of squares only.
+///    more count in the sum of squares only.
 /// 3. The result does not depend on the unit of pressure beyond rounding.
 struct FredXingFit {
     enum Code : std::int32_t {

@@ -22,15 +22,12 @@ inline constexpr unsigned kMaxFieldWidth = 4096;
 /// order.
 ///
 /// 1. A text, character, pointer or boolean placeholder inserts its argument under the
-/// placeholder's
-///    width; a text placeholder also under its precision, counted in code units.
-/// 2. A numeric placeholder formats its argument as it asks when the whole argument reads
-/// as a
+///    placeholder's width; a text placeholder also under its precision, counted in code units.
+/// 2. A numeric placeholder formats its argument as it asks when the whole argument reads as a
 ///    number of that type (16, 32 or 64 bits, signed or not, or a double); otherwise the argument
 ///    is inserted as it is. Formatting is that of the C locale.
 /// 3. Placeholders without an argument are filled with the empty text; arguments without a
-/// placeholder
-///    are ignored.
+///    placeholder are ignored.
 /// 4. "%%" gives "%".
 /// 5. By design: a template that ends in an unfinished placeholder gives the empty text, never a
 ///    half-formatted one; callers show their own fallback for an empty message.

@@ -18,9 +18,8 @@ namespace meta {
 /// 1. Numbers become the shortest text that reads back to the same value, whatever the locale
 ///    (str/number_text.h); truth values become "true" and "false".
 /// 2. A text is converted as a whole or not at all: on failure the result stays untouched and the
-/// status is
-///    that of gtl::Convert_error_status that fits. For bool "true", "false", "1" and "0" are
-///    allowed.
+///    status is that of gtl::Convert_error_status that fits. For bool "true", "false", "1" and "0"
+///    are allowed.
 template <class From, class To>
 struct MetaConvertSrcDestFmtString;
 

@@ -36,16 +36,13 @@ enum class arg_type : std::int32_t {
 /// digits, a length modifier (h, l, w, I, I32, I64) and a conversion character.
 ///
 /// 1. The k-th recognised placeholder, k below `max_count`, is stored as it stood in `specs[k]`,
-/// its
-///    type in `types[k]`, and is replaced in `text` by "%s". Entries that are not reached stay
+///    its type in `types[k]`, and is replaced in `text` by "%s". Entries that are not reached stay
 ///    untouched.
 /// 2. A placeholder that is not recognised is removed from `text` and takes no index, and so is
-/// every
-///    placeholder after the first `max_count`.
+///    every placeholder after the first `max_count`.
 /// 3. "%%" stays in `text`. A placeholder cut short by the end of the text stays as it stands.
 /// 4. Returns the number of literal characters, "%%" counting as one: the length of the printed
-/// text
-///    less the lengths of its arguments.
+///    text less the lengths of its arguments.
 ///
 /// `specs` and `types` hold `max_count` entries each. Linear in the length; allocates only for
 /// `specs`.

@@ -18,11 +18,10 @@ namespace lmw::tool {
 ///
 /// - Encoding UTF-8, with or without a byte order mark; lines end in LF or CR LF.
 /// - Blank lines and lines whose first character is "#" are left out (the latter are Comments()).
-/// - The first row decides the separator: semicolon if it has one, else tab if it has one, else
-/// comma.
+/// - The first row decides the separator: semicolon if it has one, else tab if it has one, else a
+///   comma.
 /// - A cell in double quotes may hold separators; "" stands for one quote. A quoted cell ends on
-/// its
-///   line. Blanks around a cell do not belong to it.
+///   its line. Blanks around a cell do not belong to it.
 /// - The first row is a header when none of its cells is a number.
 class CsvTable {
  public:

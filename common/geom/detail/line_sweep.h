@@ -31,7 +31,7 @@ inline std::uint32_t SecondOf(PairKey key) noexcept {
 ///
 /// 1. Complete: the result contains every pair that LineIntersection2D accepts.
 /// 2. Pairs beyond those lie within about eight half-epsilons (or 2^-29 of the range) of each
-/// other.
+///    other.
 ///
 /// Cost O((n + m) log n), m the number of pairs found.
 std::vector<PairKey> SweepPairs(const std::vector<Line2D>& lines, const std::vector<WideBox>& boxes,
