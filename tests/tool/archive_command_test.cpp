@@ -44,6 +44,8 @@ TEST(ArchiveCommand, AProjectIsMadeReadAndChanged) {
     const ToolResult refused = Archive("add", name, {a, "--below", "Stage/1"});
     EXPECT_EQ(refused.exit_code, 1);
     EXPECT_THAT(refused.err, HasSubstr("Stage\\1\\a.csv"));
+    EXPECT_EQ(Archive("add", folder.Name("twice.lwz"), {a, a}).exit_code, 1);
+    EXPECT_EQ(folder.Read("twice.lwz"), std::nullopt);
     EXPECT_EQ(Archive("add", name, {a, "--below", "Stage/1", "--replace"}).exit_code, 0);
     EXPECT_EQ(Archive("delete", name, {"*b*"}).out, "1 entries deleted\n");
     EXPECT_EQ(Archive("extract", name, {folder.Name("out")}).exit_code, 0);

@@ -5,7 +5,7 @@
 
 #include "tests/tool/tool_run.h"
 #include "tools/lmw/csv_table.h"
-#include "tools/lmw/demo_progress.h"
+#include "tools/lmw/progress_bar.h"
 #include "tools/lmw/text.h"
 
 #include <gtest/gtest.h>
@@ -191,10 +191,11 @@ TEST_F(Demo, ArchiveHoldsEveryFileAndThePageEveryPicture) {
         << json.out;
 }
 
-TEST(Progress, BarFillsWithItsSteps) {
-    EXPECT_EQ(ProgressText(0, 6, "soils"), "[------------------------] 0/6 soils");
-    EXPECT_EQ(ProgressText(2, 6, "mesh"), "[########----------------] 2/6 mesh");
-    EXPECT_EQ(ProgressText(7, 6, ""), "[########################] 7/6 ");
+TEST(Progress, BarFillsWithTheWorkAndHoldsBeyond) {
+    EXPECT_EQ(ProgressText(0.0, "soils"), "[------------------------] soils");
+    EXPECT_EQ(ProgressText(1.0 / 3.0, "mesh"), "[########----------------] mesh");
+    EXPECT_EQ(ProgressText(1.5, ""), "[########################] ");
+    EXPECT_EQ(ProgressText(-1.0, ""), "[------------------------] ");
 }
 
 }  // namespace

@@ -3,21 +3,22 @@
 #include "common/file/lwz_version.h"
 #include "common/file/zip.h"
 #include "common/sys/disk_file.h"
-#include "common/sys/error_stream.h"
 
 #include "tools/lmw/commands.h"
 #include "tools/lmw/failure.h"
 #include "tools/lmw/json_text.h"
+#include "tools/lmw/progress_bar.h"
 #include "tools/lmw/text.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <iostream>
+#include <filesystem>
 #include <memory>
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace lmw::tool {
@@ -25,7 +26,6 @@ namespace {
 
 using sys::file::Zip;
 using sys::file::zip::CompactMode;
-using sys::file::zip::Progress;
 
 // An archive that is damaged, or an operation that was refused: exit code 1, unlike Failure.
 class Refused : public std::runtime_error {
@@ -52,43 +52,6 @@ struct ArchiveOptions {
     bool json = false;
 };
 
-// A line on the terminal that grows with the work and disappears with the object.
-class ProgressBar {
- public:
-    explicit ProgressBar(std::string what)
-        : what_(std::move(what)), shown_(sys::IsErrorStreamTerminal()) {}
-    ProgressBar(const ProgressBar&) = delete;
-    ProgressBar& operator=(const ProgressBar&) = delete;
-    ~ProgressBar() {
-        if (drawn_ >= 0) {
-            std::cerr << '\r' << std::string(what_.size() + kWidth + 3, ' ') << '\r' << std::flush;
-        }
-    }
-
-    [[nodiscard]] Progress Function() {
-        if (!shown_) {
-            return {};
-        }
-        return [this](double part_done) {
-            const int marks = static_cast<int>(std::clamp(part_done, 0.0, 1.0) * kWidth);
-            if (marks != drawn_) {
-                drawn_ = marks;
-                const auto done = static_cast<std::size_t>(marks);
-                std::cerr << '\r' << what_ << " [" << std::string(done, '#')
-                          << std::string(kWidth - done, ' ') << ']' << std::flush;
-            }
-            return true;
-        };
-    }
-
- private:
-    static constexpr std::size_t kWidth = 40;
-
-    std::string what_;
-    bool shown_;
-    int drawn_ = -1;
-};
-
 std::wstring CheckedPath(const std::string& file) {
     std::wstring path = Wide(file);
     if (sys::KindOfPath(path) == sys::PathKind::kNothing) {
@@ -113,8 +76,8 @@ void OpenForUpdate(Zip& zip, const ArchiveOptions& options) {
 
 // Writes the changes; what cannot be written is given up, and the old archive stays.
 void CloseUpdate(Zip& zip) {
-    ProgressBar bar("writing");
-    const gtl::status result = zip.Flush(bar.Function());
+    ProgressBar bar;
+    const gtl::status result = zip.Flush(bar.Function("writing"));
     zip.Discard();
     Require(result);
 }
@@ -201,12 +164,9 @@ void RunTest(const ArchiveOptions& options, std::ostream& out) {
     std::string lines;
     std::size_t damaged = 0;
     {
-        ProgressBar bar("testing");
-        const Progress progress = bar.Function();
+        ProgressBar bar;
         for (std::size_t k = 0; k < ids.size(); ++k) {
-            if (progress) {
-                progress(static_cast<double>(k) / static_cast<double>(ids.size()));
-            }
+            bar.Show(static_cast<double>(k) / static_cast<double>(ids.size()), "testing");
             const gtl::status result = zip.Test({ids[k]});
             if (result.Failed()) {
                 ++damaged;
@@ -236,9 +196,9 @@ void RunExtract(const ArchiveOptions& options, std::ostream& out) {
     sys::file::zip::ExtractLimits limits;
     limits.total_size = options.most_bytes;
     {
-        ProgressBar bar("extracting");
+        ProgressBar bar;
         Require(zip.Extract(ids, Wide(options.folder), sys::file::zip::ExtractNameSame(), limits,
-                            bar.Function()));
+                            bar.Function("extracting")));
     }
     if (options.json) {
         JsonText json;
@@ -265,6 +225,7 @@ void RunAdd(const ArchiveOptions& options, std::ostream& out) {
     for (const std::string& file : options.files) {
         paths.push_back(CheckedPath(file));
     }
+    const bool is_new = sys::KindOfPath(Wide(options.archive)) == sys::PathKind::kNothing;
     Zip zip;
     OpenForUpdate(zip, options);
     for (std::size_t k = 0; k < paths.size(); ++k) {
@@ -283,6 +244,10 @@ void RunAdd(const ArchiveOptions& options, std::ostream& out) {
             old.empty() ? zip.Add(paths[k], name) : zip.ReplaceAt(old.front(), paths[k], name);
         if (result.Failed()) {
             zip.Discard();
+            if (is_new) {  // the empty archive that was made for it
+                std::error_code ignored;
+                std::filesystem::remove(PathOf(options.archive), ignored);
+            }
             Require(result);
         }
     }

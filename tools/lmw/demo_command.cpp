@@ -6,9 +6,9 @@
 
 #include "tools/lmw/commands.h"
 #include "tools/lmw/demo_chapters.h"
-#include "tools/lmw/demo_progress.h"
 #include "tools/lmw/failure.h"
 #include "tools/lmw/json_text.h"
+#include "tools/lmw/progress_bar.h"
 #include "tools/lmw/svg_text.h"
 #include "tools/lmw/text.h"
 
@@ -33,10 +33,13 @@ void Require(const gtl::status& result) {
 // The entry of a file in its archive: "<analysis>\\<step>\\<file>", without a step where there is
 // none.
 std::wstring EntryOf(const doc::file::Name& name) {
-    const StepNumber step = name.Step().AsStepNumber();
-    return name.Analysis() + L"\\" +
-           (step == StepNumber::kNone ? L"" : std::to_wstring(step.value) + L"\\") +
-           name.FNameExt();
+    std::wstring entry = name.Analysis();
+    entry += L'\\';
+    if (const StepNumber step = name.Step().AsStepNumber(); step != StepNumber::kNone) {
+        entry += std::to_wstring(step.value);
+        entry += L'\\';
+    }
+    return entry += name.FNameExt();
 }
 
 // Packs the results into a project archive. What an earlier run left there goes.
@@ -156,22 +159,25 @@ struct DemoOptions {
 };
 
 void RunDemo(const DemoOptions& options, std::ostream& out) {
-    constexpr std::size_t kSteps = 7;
-    ProgressBar progress(kSteps);
+    ProgressBar progress;
+    auto begin = [&progress, begun = 0.0](const char* what) mutable {
+        constexpr double kChapters = 7.0;
+        progress.Show(begun++ / kChapters, what);
+    };
     DemoResults results{options.data, options.folder};
     results.report = "Loamworks Core " LMW_VERSION_STRING "\n";
-    progress.Begin("soils");
+    begin("soils");
     const std::vector<FittedSoil> soils = AddSoils(results);
-    progress.Begin("sections");
+    begin("sections");
     AddSections(results);
-    progress.Begin("functions");
+    begin("functions");
     const DamFunctions functions = AddFunctions(results, soils);
-    progress.Begin("mesh and water");
+    begin("mesh and water");
     AddWater(results, functions);
-    progress.Begin("strengths");
+    begin("strengths");
     AddStrengths(results);
 
-    progress.Begin("files");
+    begin("files");
     results.analysis = L"Report";
     results.Keep("index.html", Page(results));
     MakeFolder(results.folder);
@@ -180,7 +186,7 @@ void RunDemo(const DemoOptions& options, std::ostream& out) {
         files.push_back(each.file);
     }
     WriteFiles(files);
-    progress.Begin("archive");
+    begin("archive");
     Pack(results);
     std::string version;
     const std::vector<Packed> entries = Reopened(results, version);

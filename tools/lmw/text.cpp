@@ -1,6 +1,7 @@
 #include "tools/lmw/text.h"
 
 #include "common/str/number_text.h"
+#include "common/sys/utf8.h"
 
 #include <cmath>
 #include <cstddef>
@@ -73,36 +74,11 @@ void AppendUtf8(std::string& text, char32_t code_point) {
 }
 
 std::string Utf8(std::wstring_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        auto code_point = static_cast<char32_t>(text[i]);
-        if (code_point >= 0xD800 && code_point < 0xDC00 && i + 1 < text.size()) {
-            const auto low = static_cast<char32_t>(text[i + 1]);
-            if (low >= 0xDC00 && low <= 0xDFFF) {
-                code_point = 0x10000 + ((code_point - 0xD800) << 10) + (low - 0xDC00);
-                ++i;
-            }
-        }
-        AppendUtf8(result,
-                   IsSurrogate(code_point) || code_point > 0x10FFFF ? kReplacement : code_point);
-    }
-    return result;
+    return sys::Utf8FromWide(text, sys::LoosePairs::kJoin);
 }
 
 std::wstring Wide(std::string_view text) {
-    std::wstring result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        const char32_t code_point = TakeCodePoint(text);
-        if (sizeof(wchar_t) == 2 && code_point >= 0x10000) {
-            result += static_cast<wchar_t>(0xD800 + ((code_point - 0x10000) >> 10));
-            result += static_cast<wchar_t>(0xDC00 + ((code_point - 0x10000) & 0x3FF));
-        } else {
-            result += static_cast<wchar_t>(code_point);
-        }
-    }
-    return result;
+    return sys::WideFromUtf8(text);
 }
 
 std::filesystem::path PathOf(std::string_view text) {

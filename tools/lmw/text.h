@@ -1,7 +1,8 @@
 #pragma once
 
 // Text as the program handles it: UTF-8 everywhere inside, whatever the platform's own encoding.
-// Text that comes from outside may be ill-formed; each ill-formed byte reads as U+FFFD.
+// Text that comes from outside may be ill-formed: read by characters, each ill-formed byte is
+// U+FFFD, converted as a whole, each ill-formed sequence.
 
 #include <cstdint>
 #include <filesystem>
