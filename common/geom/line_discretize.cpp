@@ -126,6 +126,11 @@ void Distribute(std::vector<Share>& shares, std::uint64_t pieces) {
 /// nothing.
 std::vector<double> PieceLengths(const Interval& interval, std::uint64_t pieces, double growth) {
     const double length = interval.Length();
+    const double enforced = (interval.enforced_a ? interval.spacing_a : 0.0) +
+                            (interval.enforced_b ? interval.spacing_b : 0.0);
+    if (!(enforced < length) || std::isinf(length)) {
+        return {};
+    }
     const double ratio = pieces > 1 ? std::pow(std::clamp(growth, kSmallestRatio, kGreatestRatio),
                                                1.0 / static_cast<double>(pieces - 1))
                                     : 1.0;
@@ -134,11 +139,6 @@ std::vector<double> PieceLengths(const Interval& interval, std::uint64_t pieces,
     for (double& entry : lengths) {
         entry = piece;
         piece *= ratio;
-    }
-    const double enforced = (interval.enforced_a ? interval.spacing_a : 0.0) +
-                            (interval.enforced_b ? interval.spacing_b : 0.0);
-    if (!(enforced < length)) {
-        return {};
     }
     const auto begin = lengths.begin() + (interval.enforced_a ? 1 : 0);
     const auto end = lengths.end() - (interval.enforced_b ? 1 : 0);
@@ -153,10 +153,20 @@ std::vector<double> PieceLengths(const Interval& interval, std::uint64_t pieces,
     return lengths;
 }
 
+/// Whether so many pieces must have ends that are equal within tolerance: pieces that differ by
+/// more than the tolerance in x or in y do not fit into the interval. Saves making them all.
+bool MustFallTogether(const Interval& interval, std::uint64_t pieces,
+                      const Precision3D& precision) {
+    const Point2D size = detail::Minus(interval.b, interval.a);
+    return static_cast<double>(pieces) > std::fabs(size.x) / precision.halfEpsilon[0] +
+                                             std::fabs(size.y) / precision.halfEpsilon[1];
+}
+
 /// Appends the points after a, b included.
 bool Divide(std::vector<Point2D>& out, Interval interval, std::uint64_t pieces,
             const Precision3D& precision) {
-    if (IsEqual2D(interval.a, interval.b, precision)) {
+    if (IsEqual2D(interval.a, interval.b, precision) ||
+        MustFallTogether(interval, pieces, precision)) {
         return false;
     }
     // From the end that comes first in tolerant order, so that both directions give the same bits.

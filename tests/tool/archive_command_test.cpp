@@ -42,16 +42,16 @@ TEST(ArchiveCommand, AProjectIsMadeReadAndChanged) {
     // Adding again is refused and changes nothing, replacing is not.
     static_cast<void>(folder.Write("a.csv", "new\n"));
     const ToolResult refused = Archive("add", name, {a, "--below", "Stage/1"});
-    EXPECT_EQ(refused.exit_code, 1);
+    EXPECT_EQ(refused.exit_code, 2);
     EXPECT_THAT(refused.err, HasSubstr("Stage\\1\\a.csv"));
-    EXPECT_EQ(Archive("add", folder.Name("twice.lwz"), {a, a}).exit_code, 1);
+    EXPECT_EQ(Archive("add", folder.Name("twice.lwz"), {a, a}).exit_code, 2);
     EXPECT_EQ(folder.Read("twice.lwz"), std::nullopt);
     EXPECT_EQ(Archive("add", name, {a, "--below", "Stage/1", "--replace"}).exit_code, 0);
     EXPECT_EQ(Archive("delete", name, {"*b*"}).out, "1 entries deleted\n");
     EXPECT_EQ(Archive("extract", name, {folder.Name("out")}).exit_code, 0);
     EXPECT_EQ(folder.Read("out/Stage/1/a.csv"), "new\n");
     EXPECT_EQ(folder.Read("out/Stage/1/b.csv"), std::nullopt);
-    EXPECT_EQ(Archive("extract", name, {folder.Name("small"), "--max-bytes", "3"}).exit_code, 1);
+    EXPECT_EQ(Archive("extract", name, {folder.Name("small"), "--max-bytes", "3"}).exit_code, 2);
     EXPECT_EQ(folder.Read("small/Stage/1/a.csv"), std::nullopt);
 }
 
@@ -65,7 +65,7 @@ TEST(ArchiveCommand, PasswordsAreNeededToRead) {
     EXPECT_EQ(Archive("test", name, {"--password", "sesame"}).exit_code, 0);
 }
 
-TEST(ArchiveCommand, DamageGivesOneAndBadUsageTwo) {
+TEST(ArchiveCommand, DamageThatATestFindsGivesOneAndAllElseTwo) {
     const TemporaryFolder folder;
     const std::string archive = folder.Name("p.lwz");
     const std::string text(2000, 'x');
@@ -77,7 +77,7 @@ TEST(ArchiveCommand, DamageGivesOneAndBadUsageTwo) {
     EXPECT_EQ(run.exit_code, 1);
     EXPECT_THAT(run.out, HasSubstr("\"name\": \"a\""));
     EXPECT_THAT(run.err, StartsWith("lmw: "));
-    EXPECT_EQ(RunTool({"archive", "info", folder.Write("no", "no archive")}).exit_code, 1);
+    EXPECT_EQ(RunTool({"archive", "info", folder.Write("no", "no archive")}).exit_code, 2);
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"archive"},
           {"archive", "info"},

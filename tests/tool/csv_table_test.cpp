@@ -85,17 +85,15 @@ TEST(JsonText, NestsEscapesAndWritesNullForWhatIsNoNumber) {
 TEST(Text, IllFormedBytesBecomeReplacementCharacters) {
     struct Row {
         std::string_view bytes;
-        std::wstring_view wide;
+        std::string_view read;
     };
     // Overlong, surrogate, beyond the last plane, cut short, stray continuation.
     for (const Row& row :
-         {Row{"\xC0\xAF", L"\uFFFD\uFFFD"}, Row{"\xED\xA0\x80", L"\uFFFD\uFFFD\uFFFD"},
-          Row{"\xF4\x90\x80\x80", L"\uFFFD\uFFFD\uFFFD\uFFFD"}, Row{"a\xE5\x9C", L"a\uFFFD\uFFFD"},
-          Row{"\x80z", L"\uFFFDz"}, Row{"ö土\xF0\x9F\x8C\xB1", L"ö土\U0001F331"}}) {
-        EXPECT_EQ(Wide(row.bytes), row.wide);
+         {Row{"\xC0\xAF", "\uFFFD\uFFFD"}, Row{"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
+          Row{"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"}, Row{"a\xE5\x9C", "a\uFFFD\uFFFD"},
+          Row{"\x80z", "\uFFFDz"}, Row{"ö土\xF0\x9F\x8C\xB1", "ö土\xF0\x9F\x8C\xB1"}}) {
+        EXPECT_EQ(OneLine(row.bytes), row.read);
     }
-    EXPECT_EQ(Utf8(L"ö土\U0001F331"), "ö土\xF0\x9F\x8C\xB1");
-    EXPECT_EQ(Utf8(std::wstring(1, static_cast<wchar_t>(0xD800))), "\uFFFD");
     EXPECT_EQ(OneLine("a\nb\tc\x1B[\xC2\x9B\xC2\xA0\r\n"), "a b c [ \xC2\xA0");
     EXPECT_EQ(Quoted(std::string(70, 'x')), '"' + std::string(60, 'x') + "...\"");
 }

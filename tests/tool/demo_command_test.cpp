@@ -183,6 +183,7 @@ TEST_F(Demo, ArchiveHoldsEveryFileAndThePageEveryPicture) {
     const auto files = std::distance(begin(first), end(first));
     EXPECT_EQ(entries + 1, static_cast<std::size_t>(files));  // and the archive itself
 
+    EXPECT_FALSE(zip.Close().Failed());  // an archive that is read cannot be replaced everywhere
     const ToolResult json =
         RunTool({"demo", folder_.Name("out"), "--data", LMW_EXAMPLE_DATA, "--json"});
     ASSERT_EQ(json.exit_code, 0) << json.err;

@@ -27,15 +27,15 @@ namespace {
 using sys::file::Zip;
 using sys::file::zip::CompactMode;
 
-// An archive that is damaged, or an operation that was refused: exit code 1, unlike Failure.
-class Refused : public std::runtime_error {
+// What lmw archive test found: exit code 1, unlike Failure.
+class Damaged : public std::runtime_error {
  public:
     using std::runtime_error::runtime_error;
 };
 
 void Require(const gtl::status& result) {
     if (result.Failed()) {
-        throw Refused(Utf8(result.as_wstring()));
+        throw Failure(Utf8(result.as_wstring()));
     }
 }
 
@@ -184,7 +184,7 @@ void RunTest(const ArchiveOptions& options, std::ostream& out) {
         out << lines << ids.size() - damaged << " of " << ids.size() << " entries are good\n";
     }
     if (damaged > 0) {
-        throw Refused(options.archive + ": " + std::to_string(damaged) + " of " +
+        throw Damaged(options.archive + ": " + std::to_string(damaged) + " of " +
                       std::to_string(ids.size()) + " entries cannot be read");
     }
 }

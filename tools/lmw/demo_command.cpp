@@ -202,7 +202,7 @@ void RunDemo(const DemoOptions& options, std::ostream& out) {
 void AddDemo(CLI::App& program, std::ostream& out) {
     const auto options = std::make_shared<DemoOptions>();
     CLI::App* const command = program.add_subcommand(
-        "demo", "Run the worked example: an embankment dam from measured soils to a project");
+        "demo", "Run the worked example: a dam from measured soils to a project");
     command
         ->add_option("FOLDER", options->folder,
                      "Where tables (CSV), pictures (SVG), page and archive go")

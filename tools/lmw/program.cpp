@@ -87,7 +87,8 @@ int Report(std::ostream& err, const char* what, int exit_code) {
 }  // namespace
 
 int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostream& err) {
-    CLI::App program("Curves, tables and pictures from measured soil data.", "lmw");
+    CLI::App program(
+        "Curves, functions, tables, geometry and project archives of measured soil data.", "lmw");
     program.allow_windows_style_options(false);  // "/data/soil.csv" is a path on every platform
     program.set_help_all_flag("--help-all", "Print the help of all commands and exit");
     program.set_version_flag("--version", LMW_VERSION_STRING);
@@ -97,12 +98,12 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
     AddArchive(program, out);
     AddCurve(program, out);
     AddDemo(program, out);
+    AddDiag(program, out);
     AddFit(program, out);
     AddFn(program, out);
-    AddParams(program, out);
-    AddDiag(program, out);
-    AddSample(program, out);
     AddGeom(program, out);
+    AddParams(program, out);
+    AddSample(program, out);
     for (CLI::App* const command : program.get_subcommands({})) {
         command->group("Commands");
     }

@@ -14,8 +14,9 @@ namespace lmw::tool {
 /// Returns the exit code:
 /// - 0: done, or help or the version was asked for;
 /// - 2: bad usage or bad input; `err` then holds exactly one line, "lmw: <what is wrong>", `out` is
-///   empty and no output file was written;
-/// - 1: a fault of the program itself, likewise with one line on `err`.
+///   empty and no output file was written (lmw archive extract keeps the files that were complete);
+/// - 1: lmw archive test found damage, which it lists on `out`; or a fault of the program itself.
+///   One line on `err` likewise.
 [[nodiscard]] int RunProgram(std::vector<std::string> arguments, std::ostream& out,
                              std::ostream& err);
 
