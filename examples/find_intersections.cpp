@@ -1,6 +1,7 @@
-// Where do the lines of a section meet, and where do they cross?
+// Where do the lines of a section meet and cross, and how is an edge divided into points?
 
 #include <common/geom/geom_types.h>
+#include <common/geom/line_discretize.h>
 #include <common/geom/line_events.h>
 #include <common/geom/precision.h>
 
@@ -58,5 +59,20 @@ int main() {
     std::vector<LineEvent2D> coarse;
     Geom::LineCoincidentEvents2D(coarse, lines, Geom::Precision3D(2, 2, 2));
     Print("overlaps in centimetres", coarse, lines);
-    return 0;
+
+    //! [divide]
+    // The slope with points 5 m apart, but 1 m at the toe.
+    const Geom::PointConstraints slope = {{lines[1].first, {5.0, false}},
+                                          {lines[1].second, {1.0, true}}};
+    const unsigned count = Geom::NumPtsFromPtConstraints(slope, 5.0, millimetres);
+    std::vector<Geom::Point2D> points;
+    if (!Geom::LineDiscretize2D(points, slope, count - 1, millimetres)) {
+        return 1;
+    }
+    std::printf("points on the slope at x =");
+    for (const Geom::Point2D& point : points) {
+        std::printf(" %.2f", point.x);
+    }
+    //! [divide]
+    std::printf("\n");
 }

@@ -15,17 +15,18 @@ namespace {
 using sys::file::Zip;
 
 //! [write]
-// Puts a file into the archive at `path`, which is made when it is not there; Add alone would fail
-// where the name is taken. On disk there is the old archive or the new one, never half of one.
-gtl::status Store(const std::wstring& path, const std::wstring& file, const std::wstring& name) {
+// Puts a file into the archive of its project, which is made when it is not there; Add alone would
+// fail where the name is taken. On disk there is the old archive or the new one, never half of one.
+gtl::status Store(const std::wstring& file, const doc::file::Name& name) {
     Zip zip;
-    gtl::status result = zip.Open(path, sys::file::zip::CompactMode::OnClose);
+    gtl::status result = zip.Open(name.ProjectPath(), sys::file::zip::CompactMode::OnClose);
+    const std::wstring entry = name.EntryName();
     Zip::Ids same;
-    if (result.Succeeded()) {
-        result = zip.Find(same, name);
+    if (result.Succeeded()) {  // exactly this name; Find would take "Stage" for "stage"
+        result = zip.FindAllMatching(same, [&](const std::wstring& it) { return it == entry; });
     }
     if (result.Succeeded()) {
-        result = same.empty() ? zip.Add(file, name) : zip.ReplaceAt(same.front(), file, {});
+        result = same.empty() ? zip.Add(file, entry) : zip.ReplaceAt(same.front(), file, {});
     }
     if (result.Succeeded()) {
         result = zip.SetComment(L"8.1");  // the version of the project's format
@@ -69,7 +70,7 @@ int main() {
     name.Step(Step::CreateFromInt(12));
     std::printf("%s\n", sys::Narrow(name.Description()).c_str());
 
-    gtl::status result = Store(L"dam.lwz", L"node.csv", L"Rapid drawdown\\12\\node.csv");
+    gtl::status result = Store(L"node.csv", name);
     if (result.Succeeded()) {
         result = Show(L"dam.lwz");
     }

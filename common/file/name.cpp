@@ -31,7 +31,11 @@ std::wstring Name::ProjectFNameExt() const {
 }
 
 std::wstring Name::Description() const {
-    std::wstring text = project_path_ + L": ";
+    return project_path_ + L": " + EntryName();
+}
+
+std::wstring Name::EntryName() const {
+    std::wstring text;
     if (!analysis_.empty()) {
         text += run_ == kNoRun ? analysis_
                                : lmw::MessageText(23262, {analysis_, std::to_wstring(run_)});

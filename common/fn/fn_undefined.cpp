@@ -1,5 +1,7 @@
 #include "common/fn/fn_undefined.h"
 
+#include "common/fn/attributes.h"
+#include "common/fn/fn_string.h"
 #include "common/undefined.h"
 
 namespace {
@@ -16,13 +18,24 @@ FnUndefined::FnUndefined(const std::wstring& name, const gtl::status& why)
     SetName(name);
 }
 
-FnUndefined::FnUndefined(const FnUndefined& other) : FnKind(other), why_(other.why_.Duplicate()) {}
+FnUndefined::FnUndefined(const FnUndefined& other)
+    : FnKind(other),
+      IFnCustomAsString(other),
+      IFnLastError(other),
+      why_(other.why_.Duplicate()),
+      definition_(other.definition_) {}
 
 FnUndefined::~FnUndefined() = default;
 
 const lmw::fn::IAttributeDictionary& FnUndefined::Dictionary() {
     static const UndefinedDictionary dictionary;
     return dictionary;
+}
+
+std::wstring FnUndefined::as_wstring() const {
+    return definition_.empty()
+               ? ::fn::string::Serialize(KindName(), lmw::fn::PersistedAttributes(*this))
+               : definition_;
 }
 
 double FnUndefined::Calculate(const double* /*x*/, const double* /*y*/) const {

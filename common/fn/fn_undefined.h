@@ -9,10 +9,14 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
-/// A function without values. It keeps the name of what should have been there and the reason why
-/// it is not, which every failed evaluation passes on.
-class LMW_API FnUndefined final : public FnKind, public lmw::fn::IFnLastError {
+/// A function without values. It keeps the name of what should have been there, the reason why it
+/// is not, which every failed evaluation passes on, and the text of which it could not be made: a
+/// project that is loaded where a kind is missing, and saved again, has lost nothing.
+class LMW_API FnUndefined final : public FnKind,
+                                  public lmw::fn::IFnCustomAsString,
+                                  public lmw::fn::IFnLastError {
  public:
     /// `why` is copied into a record of its own, so that the function may go to another thread than
     /// the caller's status. Success: no reason is known.
@@ -27,6 +31,13 @@ class LMW_API FnUndefined final : public FnKind, public lmw::fn::IFnLastError {
     /// The name given, also when it is empty.
     [[nodiscard]] std::wstring Name() const override { return GivenName_(); }
 
+    /// The text of which it could not be made; empty when there was none. It does not count when
+    /// functions are compared.
+    [[nodiscard]] const std::wstring& Definition() const { return definition_; }
+    void SetDefinition(std::wstring text) { definition_ = std::move(text); }
+    /// That text as it stands, else the form of the other kinds, with the name.
+    [[nodiscard]] std::wstring as_wstring() const override;
+
     [[nodiscard]] double Calculate(const double* x, const double* y) const override;
     [[nodiscard]] std::unique_ptr<FnImpl> Clone() const override;
     [[nodiscard]] std::wstring KindName() const override;
@@ -34,6 +45,7 @@ class LMW_API FnUndefined final : public FnKind, public lmw::fn::IFnLastError {
 
  private:
     const gtl::status why_;
+    std::wstring definition_;
 };
 
 namespace lmw::fn {

@@ -109,8 +109,10 @@ struct FredXingFit {
             -1,  ///< theta_s not positive and finite, or fewer than three points with suction
         kConverged = 0,       ///< a minimum inside the bounds
         kIterationLimit = 1,  ///< the best values within kMaxIterations of a start
-        kAtBound = 2,  ///< the sum of squares still falls where a bound stops a parameter: the
-                       ///< data do not determine it
+        kAtBound = 2,         ///< a parameter stands at a bound: the data do not determine it
+        kUndetermined = 3,  ///< a minimum inside the bounds, but not the only one near: the points
+                            ///< do not determine the parameters (fewer than three different
+                            ///< suctions, say)
     };
     static constexpr int kMaxIterations = 300;
 

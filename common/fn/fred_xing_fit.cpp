@@ -35,9 +35,23 @@ struct Sample {
     double measured;
 };
 
+// Of a, n and m.
 struct Bounds {
-    Vector3 low;
-    Vector3 high;
+    explicit Bounds(double limit)
+        : lowest(1e-9 * limit, 0.05, 0.02), highest(0.1 * limit, 100.0, 50.0) {}
+
+    // The parameter whose logarithm is `log_value`: a bound itself, not the exponential of its
+    // logarithm, where it stands at one.
+    [[nodiscard]] double ParameterOf(int k, double log_value) const {
+        return log_value == low[k]    ? lowest[k]
+               : log_value == high[k] ? highest[k]
+                                      : std::exp(log_value);
+    }
+
+    Vector3 lowest;
+    Vector3 highest;
+    Vector3 low = lowest.array().log();  // the same as logarithms
+    Vector3 high = highest.array().log();
 };
 
 // The sum of squares and its derivatives at one set of parameters (ln a, ln n, ln m).
@@ -119,6 +133,12 @@ std::array<bool, 3> FrozenParameters(const Vector3& p, const Vector3& gradient,
     return frozen;
 }
 
+FredXingFit::Code CodeOfMinimum(const Vector3& p, const Bounds& bounds) {
+    const bool inside =
+        (p.array() > bounds.low.array()).all() && (p.array() < bounds.high.array()).all();
+    return inside ? FredXingFit::kConverged : FredXingFit::kAtBound;
+}
+
 Vector3 DampedStep(const Linearisation& at, const std::array<bool, 3>& frozen, double damping) {
     Matrix3 normal = at.normal;
     Vector3 gradient = at.gradient;
@@ -144,8 +164,6 @@ Minimum Minimise(const Model& model, const Bounds& bounds, const Vector3& start)
     while (best.iterations < FredXingFit::kMaxIterations) {
         ++best.iterations;
         const auto frozen = FrozenParameters(best.log_parameters, at.gradient, bounds);
-        const bool at_bound = frozen[0] || frozen[1] || frozen[2];
-        const auto converged = at_bound ? FredXingFit::kAtBound : FredXingFit::kConverged;
         const Vector3 step = DampedStep(at, frozen, damping);
         const Vector3 next =
             (best.log_parameters + step).cwiseMax(bounds.low).cwiseMin(bounds.high);
@@ -159,14 +177,14 @@ Minimum Minimise(const Model& model, const Bounds& bounds, const Vector3& start)
             at = there;
             damping = std::max(damping * 0.1, kSmallestDamping);
             if (small_steps == kConvergedSteps) {
-                best.code = converged;
+                best.code = CodeOfMinimum(best.log_parameters, bounds);
                 return best;
             }
         } else {
             damping *= 10.0;
             if (damping > kLargestDamping ||
                 largest_step < std::numeric_limits<double>::epsilon()) {
-                best.code = converged;
+                best.code = CodeOfMinimum(best.log_parameters, bounds);
                 return best;
             }
         }
@@ -248,12 +266,16 @@ std::optional<Vector3> LogOfStart(const std::array<double, 3>& start) {
 }
 
 void FillCovariance(const Model& model, FredXingFit& fit, const Vector3& log_parameters) {
-    if (fit.points <= 3 || fit.code == FredXingFit::kAtBound) {
+    if (fit.code == FredXingFit::kAtBound) {
         return;
     }
     const Matrix3 normal = model.Linearise(log_parameters).normal;
     const Eigen::LDLT<Matrix3> factors(normal);
     if (!(factors.rcond() > std::numeric_limits<double>::epsilon())) {
+        fit.code = fit.code == FredXingFit::kConverged ? FredXingFit::kUndetermined : fit.code;
+        return;
+    }
+    if (fit.points <= 3) {
         return;
     }
     // From logarithms to the parameters themselves: d p = p d ln p.
@@ -283,8 +305,7 @@ FredXingFit FredXing::Fit(double thetaS, std::span<const FPOINT> points, const m
         return fit;
     }
     const Model model(input.samples, input.constant_sum);
-    const Bounds bounds{Vector3(std::log(1e-9 * limit), std::log(0.05), std::log(0.02)),
-                        Vector3(std::log(0.1 * limit), std::log(100.0), std::log(50.0))};
+    const Bounds bounds(limit);
 
     std::vector<Vector3> starts = StartsFromGrid(model, input);
     const auto own_start = LogOfStart(start);
@@ -308,9 +329,9 @@ FredXingFit FredXing::Fit(double thetaS, std::span<const FPOINT> points, const m
 
     fit.code = best.code;
     fit.points = input.points;
-    fit.a = std::exp(best.log_parameters[0]);
-    fit.n = std::exp(best.log_parameters[1]);
-    fit.m = std::exp(best.log_parameters[2]);
+    fit.a = bounds.ParameterOf(0, best.log_parameters[0]);
+    fit.n = bounds.ParameterOf(1, best.log_parameters[1]);
+    fit.m = bounds.ParameterOf(2, best.log_parameters[2]);
     fit.sum_of_squares = best.sum;
     fit.root_mean_square = std::sqrt(best.sum / fit.points);
     FillCovariance(model, fit, best.log_parameters);

@@ -114,7 +114,13 @@ gtl::status Create(const std::wstring& text, IFn& function) {
     std::wstring name;
     IFn built;
     gtl::status result = Build(text, name, built);
-    function = result.Succeeded() ? std::move(built) : IFn(CreateUndefined(name, result));
+    if (result.Succeeded()) {
+        function = std::move(built);
+    } else {
+        std::unique_ptr<FnUndefined> undefined = CreateUndefined(name, result);
+        undefined->SetDefinition(text);
+        function = IFn(std::move(undefined));
+    }
     return result;
 }
 

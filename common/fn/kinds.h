@@ -38,8 +38,9 @@ LMW_API std::unique_ptr<FnImpl> MakeFunction(const std::wstring& kind);
 /// (SetPersistedAttributes), and the function prepared (IFn::UpdateCalculatedValues).
 ///
 /// Returns the first failure. `function` is then the undefined function of the text's name, which
-/// keeps the reason and gives it to the error handler of everyone who evaluates it: a project with
-/// one broken function still loads. An unknown kind fails with meta::ErrConvertOneOf over
+/// keeps the reason and gives it to the error handler of everyone who evaluates it, and keeps the
+/// text and gives it back when it is written: a project with one broken function still loads, and
+/// saves what it had. An unknown kind fails with meta::ErrConvertOneOf over
 /// KindNames().
 LMW_API gtl::status Create(const std::wstring& text, IFn& function);
 

@@ -128,7 +128,9 @@ std::vector<double> PieceLengths(const Interval& interval, std::uint64_t pieces,
     const double length = interval.Length();
     const double enforced = (interval.enforced_a ? interval.spacing_a : 0.0) +
                             (interval.enforced_b ? interval.spacing_b : 0.0);
-    if (!(enforced < length) || std::isinf(length)) {
+    const bool backwards = (interval.enforced_a && !(interval.spacing_a > 0.0)) ||
+                           (interval.enforced_b && !(interval.spacing_b > 0.0));
+    if (!(enforced < length) || std::isinf(length) || backwards) {
         return {};
     }
     const double ratio = pieces > 1 ? std::pow(std::clamp(growth, kSmallestRatio, kGreatestRatio),

@@ -38,8 +38,9 @@ using PointConstraints = std::vector<PointConstraint>;
 
 /// Fills `out` with the points of the line divided into `divisions` pieces (more when the
 /// intervals' least numbers need it); false, and `out` empty, when it cannot be done: fewer than
-/// two constraints, an interval whose ends are equal within tolerance, enforced spacings that
-/// together reach an interval's length, or points that would fall together within tolerance.
+/// two constraints, an interval whose ends are equal within tolerance, enforced spacings that are
+/// not positive or together reach an interval's length, or points that would fall together within
+/// tolerance.
 ///
 /// The pieces are shared among the intervals in proportion to their point counts less one, by
 /// largest remainder, each interval having at least its least number of points less one. A spacing

@@ -30,25 +30,13 @@ void Require(const gtl::status& result) {
     }
 }
 
-// The entry of a file in its archive: "<analysis>\\<step>\\<file>", without a step where there is
-// none.
-std::wstring EntryOf(const doc::file::Name& name) {
-    std::wstring entry = name.Analysis();
-    entry += L'\\';
-    if (const StepNumber step = name.Step().AsStepNumber(); step != StepNumber::kNone) {
-        entry += std::to_wstring(step.value);
-        entry += L'\\';
-    }
-    return entry += name.FNameExt();
-}
-
 // Packs the results into a project archive. What an earlier run left there goes.
 void Pack(const DemoResults& results) {
     sys::file::Zip zip;
     Require(zip.Open(Wide(results.Archive()), sys::file::zip::CompactMode::OnClose));
     Require(zip.Delete(zip.GetAllFileIDs()));
     for (const DemoFile& each : results.files) {
-        Require(zip.Add(Wide(each.file.name), EntryOf(each.name)));
+        Require(zip.Add(Wide(each.file.name), each.name.EntryName()));
     }
     Require(zip.SetComment(L"8.1"));  // the version of the project's format
     Require(zip.Close());
@@ -72,7 +60,10 @@ std::vector<Packed> Reopened(const DemoResults& results, std::string& version) {
     std::vector<Packed> entries;
     for (const DemoFile& each : results.files) {
         sys::file::Zip::Ids ids;
-        Require(zip.Find(ids, EntryOf(each.name)));
+        const auto is_it = [entry = each.name.EntryName()](const std::wstring& name) {
+            return name == entry;
+        };
+        Require(zip.FindAllMatching(ids, is_it));
         if (ids.size() != 1) {
             throw Failure(results.Archive() + ": not one entry, but " + std::to_string(ids.size()) +
                           ", of the name " + Utf8(each.name.Description()));
@@ -111,7 +102,7 @@ std::string Json(const DemoResults& results, const std::vector<Packed>& entries,
     json.Key("entries").BeginArray();
     for (const Packed& entry : entries) {
         json.BeginObject();
-        json.Key("name").Value(Utf8(EntryOf(entry.name)));
+        json.Key("name").Value(Utf8(entry.name.EntryName()));
         json.Key("size").Count(static_cast<std::size_t>(entry.size));
         json.Key("packed_size").Count(static_cast<std::size_t>(entry.packed_size));
         json.End();

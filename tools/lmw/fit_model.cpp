@@ -92,6 +92,8 @@ std::string RetentionFit::Ending() const {
         case FredXingFit::kAtBound:
             return "stopped at a bound after " + iterations +
                    ": the points do not determine all parameters";
+        case FredXingFit::kUndetermined:
+            return "ended after " + iterations + ": the points do not determine the parameters";
         default:
             return "not converged after " + iterations + ": the best values so far";
     }
