@@ -84,6 +84,7 @@ TEST(ArchiveCommand, DamageThatATestFindsGivesOneAndAllElseTwo) {
           {"archive", "unknown", archive},
           {"archive", "info", folder.Name("missing")},
           {"archive", "delete", folder.Name("missing"), "*"},
+          {"archive", "add", archive, archive, "--below", "../up"},
           {"archive", "add", archive, folder.Name("missing")}}) {
         run = RunTool(arguments);
         EXPECT_EQ(run.exit_code, 2) << arguments.back();

@@ -102,6 +102,8 @@ TEST(WholeFiles, AllOrNoneAreReplaced) {
     const TemporaryFolder folder;
     const std::string first = folder.Write("a", "old");
     EXPECT_THROW(WriteFiles({{first, "new"}, {folder.Name("none/b"), "new"}}), Failure);
+    EXPECT_THROW(WriteFiles({{first, "1"}, {first, "2"}}), Failure);
+    EXPECT_THROW(WriteFiles({{folder.Name("./a"), "result"}}, first), Failure);
     EXPECT_EQ(folder.Read("a"), "old");
     EXPECT_EQ(folder.Count(), 1U);
     WriteFiles({{first, std::string("n\0\r\n", 4)}, {folder.Name("b"), ""}});

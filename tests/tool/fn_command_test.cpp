@@ -8,6 +8,7 @@
 namespace {
 
 using lmw::test::ExpectRefusals;
+using lmw::test::Packed;
 using lmw::test::RunTool;
 using testing::HasSubstr;
 
@@ -21,6 +22,9 @@ TEST(FnCommand, ListsTheAttributes) {
     EXPECT_THAT(RunTool({"fn", "Linear(DataInit=0 1;2 3)"}).out,
                 HasSubstr("   6  NumPoints         UInt       2  (cannot be set)\n"));
     EXPECT_THAT(RunTool({"fn", "--kinds"}).out, HasSubstr("\nFredlundXing\n"));
+    EXPECT_THAT(RunTool({"fn", "--kinds", "--json"}).out, HasSubstr("\n  \"FredlundXing\",\n"));
+    EXPECT_THAT(Packed(RunTool({"fn", "Fn(a=1)", "--verify", "--json"}).out),
+                R"({"kind":"Fn","attributes":[{"key":"a","value":"1"}]})");
 }
 
 TEST(FnCommand, EvaluatesAlsoThroughReferences) {

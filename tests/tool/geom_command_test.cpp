@@ -91,14 +91,18 @@ TEST(GeomCommand, ComplainsAboutBadInput) {
          {kCross, "--decimals 2.5", "--decimals: a whole number from -300 to 300 is needed"},
          {kCross, "--kind touch",
           "--kind: \"touch\" is none of intersection, coincident, crossing, collision"},
-         {"CIRCLE (0 0)", "", "c.wkt: \"CIRCLE\" is no geometry at \"(0 0)\"", "c.wkt"},
-         {"LINESTRING (0 0, 1", "", "d.wkt: no pair of coordinates at \"1\"", "d.wkt"},
-         {"LINESTRING (0 0, 1 1", "", "e.wkt: a closing parenthesis is missing at the end",
+         {"CIRCLE (0 0)", "", "c.wkt, row 1: no geometry at \"CIRCLE (0 0)\"", "c.wkt"},
+         {"POINT (0 0)\nLINESTRING (0 0, 1", "", "d.wkt, row 2: no pair of coordinates at \"1\"",
+          "d.wkt"},
+         {"LINESTRING (0 0, 1 1", "", "e.wkt, row 1: a closing parenthesis is missing at the end",
           "e.wkt"},
          {deep.c_str(), "",
-          "f.wkt: too many parentheses at "
+          "f.wkt, row 1: too many parentheses at "
           "\"((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((...\"",
           "f.wkt"},
+         {"x,y\n", "", "p.csv: no points"},
+         {"0,0,0\n0,9,0\n", "--task divide --spacing 1e-9",
+          "p.csv: row 0 would get too many points of this spacing"},
          {"0,1,1\n0,1,1\n", "--task divide --spacing 1", "p.csv: row 0 cannot be divided"}});
 }
 

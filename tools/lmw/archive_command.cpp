@@ -220,11 +220,25 @@ void PrintChange(const ArchiveOptions& options, std::ostream& out, const char* d
     }
 }
 
+// Entries of such names could not be extracted again.
+void CheckBelow(const std::string& folder) {
+    const auto path = PathOf(folder);
+    bool leads_out = path.has_root_path() || folder.find(':') != std::string::npos;
+    for (const auto& part : path) {
+        leads_out = leads_out || part == ".." || part == ".";
+    }
+    if (leads_out || folder.find('\\') != std::string::npos) {
+        throw Failure("--below: " + Quoted(folder) +
+                      " is not the name of a folder in an archive (parts are separated by /)");
+    }
+}
+
 void RunAdd(const ArchiveOptions& options, std::ostream& out) {
     std::vector<std::wstring> paths;
     for (const std::string& file : options.files) {
         paths.push_back(CheckedPath(file));
     }
+    CheckBelow(options.below);
     const bool is_new = sys::KindOfPath(Wide(options.archive)) == sys::PathKind::kNothing;
     Zip zip;
     OpenForUpdate(zip, options);
@@ -323,7 +337,7 @@ void AddArchive(CLI::App& program, std::ostream& out) {
     CLI::App& archive =
         *program.add_subcommand("archive", "Look into project archives and change them");
     archive.require_subcommand(1);
-    archive.footer("Exit codes: 0 done, 1 damaged or refused, 2 bad usage.\n");
+    archive.footer("Exit codes: 0 done, 1 test found damage, 2 bad usage or refused.\n");
     AddOne(archive, out, "info", "Version, comment, number and size of the entries", &RunInfo,
            [](CLI::App&, ArchiveOptions&) {});
     AddOne(archive, out, "list", "The entries: size, packed size, name (* before encrypted ones)",

@@ -182,7 +182,7 @@ Failure CsvTable::About(const std::string& reason) const {
 
 CsvText& CsvText::Cell(double value) {
     Separate_();
-    if (IsDefined(value) && !std::isnan(value)) {
+    if (IsDefined(value) && std::isfinite(value)) {
         text_ += str::DoubleNarrowText(value);
     }
     return *this;

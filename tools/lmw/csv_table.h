@@ -76,7 +76,8 @@ class CsvTable {
 };
 
 /// Builds the text of a CSV table: comma-separated, LF at the end of each line, numbers as the
-/// shortest text that reads back to the same double, undefined and NaN as empty cells.
+/// shortest text that reads back to the same double, undefined, infinite and NaN ones
+/// as empty cells.
 class CsvText {
  public:
     CsvText& Cell(double value);

@@ -144,7 +144,7 @@ void RunCurve(CurveOptions& options, std::ostream& out) {
         files.push_back({options.output, std::move(text)});
         text.clear();
     }
-    WriteFiles(files);
+    WriteFiles(files, options.file);
     out << text;
 }
 

@@ -185,7 +185,7 @@ void RunFit(const FitOptions& options, std::ostream& out) {
         files.push_back({options.svg, Picture(options, fit, table.ColumnTitle(y_column))});
     }
     const std::string text = options.json ? Json(options, fit) : Report(options, fit);
-    WriteFiles(files);
+    WriteFiles(files, options.file);
     out << text;
 }
 

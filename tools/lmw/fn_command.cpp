@@ -82,7 +82,9 @@ IFn Defined(const std::string& text) {
     for (const auto& pair : definition.attributes) {
         const std::string key = Utf8(pair.first);
         if (function->Attributes().AttributeIDOf(key) == fn::kNoAttribute) {
-            throw About(text, Utf8(definition.kind) + " has no attribute " + Quoted(key) + " (" +
+            const bool padded = key != Trimmed(key);
+            throw About(text, Utf8(definition.kind) + " has no attribute " + Quoted(key) +
+                                  (padded ? " with a blank beside it" : "") + " (" +
                                   Keys(*function) + ")");
         }
         const gtl::status result = fn::SetPersistedAttributes(function, {pair});
@@ -214,6 +216,16 @@ std::string Parts(const Definition& definition) {
     return text;
 }
 
+std::string PartsJson(const Definition& definition) {
+    JsonText json;
+    json.BeginObject().Key("kind").Value(Utf8(definition.kind)).Key("attributes").BeginArray();
+    for (const auto& [key, value] : definition.attributes) {
+        json.BeginObject().Key("key").Value(Utf8(key)).Key("value").Value(Utf8(value)).End();
+    }
+    json.End().End();
+    return json.Text();
+}
+
 std::string KindList() {
     std::string text;
     for (const std::wstring& kind : fn::KindNames()) {
@@ -222,16 +234,27 @@ std::string KindList() {
     return text;
 }
 
+std::string KindListJson() {
+    JsonText json;
+    json.BeginArray();
+    for (const std::wstring& kind : fn::KindNames()) {
+        json.Value(Utf8(kind));
+    }
+    json.End();
+    return json.Text();
+}
+
 void RunFn(const FnOptions& options, std::ostream& out) {
     if (options.kinds) {
-        out << KindList();
+        out << (options.json ? KindListJson() : KindList());
         return;
     }
     if (options.text.empty()) {
         throw Failure("no function given, such as \"Linear(DataInit=0 1;2 3)\"");
     }
     if (options.verify) {
-        out << Parts(Parsed(options.text));
+        const Definition definition = Parsed(options.text);
+        out << (options.json ? PartsJson(definition) : Parts(definition));
         return;
     }
     const OtherFunctions others(options.others);
@@ -268,9 +291,8 @@ void AddFn(CLI::App& program, std::ostream& out) {
         command->add_flag("--kinds", options->kinds, "List the kinds of function");
     CLI::Option* const verify = command->add_flag(
         "--verify", options->verify, "Only take the text apart: its name, keys and values");
-    CLI::Option* const json = command->add_flag("--json", options->json, "Print JSON");
-    verify->excludes(kinds)->excludes(json);
-    json->excludes(kinds);
+    command->add_flag("--json", options->json, "Print JSON");
+    verify->excludes(kinds);
     command->footer(
         "Prints the attributes of the function, or with --at one row for each x:\n"
         "x,value,derivative. A cell is empty where there is none. Points are x y;x y;...\n\n"

@@ -165,6 +165,9 @@ GeomResult Found(const GeomOptions& options, const PointRows& rows, const Segmen
 
 void RunGeom(const GeomOptions& options, std::ostream& out) {
     const PointRows rows = ReadPointRows(options.file, options.columns);
+    if (rows.empty()) {
+        throw Failure(options.file + ": no points");
+    }
     const Segments segments = SegmentsOf(rows);
     const Geom::Precision3D precision = PrecisionOf(options, ExtentsOf(segments.lines));
     GeomResult result = Found(options, rows, segments, precision);
@@ -176,7 +179,7 @@ void RunGeom(const GeomOptions& options, std::ostream& out) {
         files.push_back({options.output, std::move(result.text)});
         result.text.clear();
     }
-    WriteFiles(files);
+    WriteFiles(files, options.file);
     out << result.text;
 }
 
@@ -258,7 +261,7 @@ void AddGeom(CLI::App& program, std::ostream& out) {
     command->footer(
         "In a CSV file, consecutive rows that agree in the columns before x and y are joined. "
         "Rows,\n"
-        "segments and edges are counted from 0.\n\n"
+        "their edges and segments are counted from 0, distinct edges from 1.\n\n"
         "Examples:\n"
         "  lmw geom roads.csv --kind crossing --svg roads.svg\n"
         "  lmw geom regions.wkt --task edges -o edges.csv\n"

@@ -23,6 +23,8 @@ std::string WktRow(const char* kind, const std::vector<Geom::Point2D>& points) {
     return text + ")\n";
 }
 
+constexpr std::size_t kMostPoints = 10'000'000;
+
 double Count(std::size_t value) {
     return static_cast<double>(value);
 }
@@ -219,6 +221,10 @@ GeomResult DivideRows(const PointRows& rows, const std::string& file, double spa
             }
         }
         const unsigned count = NumPtsFromPtConstraints(constraints, spacing, precision);
+        if (count > kMostPoints - result.marks.size()) {
+            throw Failure(file + ": row " + std::to_string(row) +
+                          " would get too many points of this spacing");
+        }
         if (constraints.size() < 2 ||
             !LineDiscretize2D(divided[row], constraints, count - 1, precision)) {
             throw Failure(file + ": row " + std::to_string(row) + " cannot be divided");

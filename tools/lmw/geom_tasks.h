@@ -1,7 +1,7 @@
 #pragma once
 
-// What lmw geom finds in rows of points, as text: CSV, WKT or JSON. Rows, segments and edges are
-// counted from 0.
+// What lmw geom finds in rows of points, as text: CSV, WKT or JSON. Rows, their edges and segments
+// are counted from 0, distinct edges from 1.
 
 #include "common/geom/geom_types.h"
 #include "common/geom/line_events.h"
@@ -43,7 +43,7 @@ struct GeomResult {
                                    GeomForm form);
 
 /// Points along each row, which is one line pinned at its points. Throws Failure, calling the rows
-/// `file`, when one cannot be divided.
+/// `file`, when one cannot be divided or all together would have more than ten million points.
 [[nodiscard]] GeomResult DivideRows(const PointRows& rows, const std::string& file, double spacing,
                                     const Geom::Precision3D& precision, GeomForm form);
 

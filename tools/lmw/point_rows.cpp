@@ -39,7 +39,8 @@ PointRows RowsFromCsv(const CsvTable& table, const CoordinateColumns& columns) {
 /// Takes WKT apart: words, parentheses, commas and numbers.
 class WktReader {
  public:
-    WktReader(const std::string& name, std::string_view text) : name_(name), rest_(text) {}
+    WktReader(const std::string& name, std::string_view text)
+        : name_(name), text_(text), rest_(text) {}
 
     PointRows Read() {
         PointRows rows;
@@ -51,8 +52,10 @@ class WktReader {
 
  private:
     [[noreturn]] void Fail(const std::string& reason) const {
-        throw Failure(name_ + ": " + reason +
-                      (rest_.empty() ? " at the end" : " at " + Quoted(rest_)));
+        const std::string_view before = text_.substr(0, text_.size() - rest_.size());
+        throw Failure(name_ + ", row " +
+                      std::to_string(1 + std::count(before.begin(), before.end(), '\n')) + ": " +
+                      reason + (rest_.empty() ? " at the end" : " at " + Quoted(rest_)));
     }
 
     void SkipBlanks() {
@@ -85,9 +88,12 @@ class WktReader {
         static const std::vector<std::string> kinds{
             "POINT",      "LINESTRING",      "LINEARRING",   "POLYGON",
             "MULTIPOINT", "MULTILINESTRING", "MULTIPOLYGON", "GEOMETRYCOLLECTION"};
+        SkipBlanks();
+        const std::string_view here = rest_;
         const std::string kind = TakeWord();
         if (std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) {
-            Fail(kind.empty() ? "no geometry" : Quoted(kind) + " is no geometry");
+            rest_ = here;
+            Fail("no geometry");
         }
         std::string word = TakeWord();
         if (word == "Z" || word == "M" || word == "ZM") {
@@ -149,6 +155,7 @@ class WktReader {
     }
 
     const std::string& name_;
+    std::string_view text_;
     std::string_view rest_;
 };
 

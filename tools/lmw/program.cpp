@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <exception>
 #include <memory>
+#include <new>
 #include <ostream>
 
 namespace lmw::tool {
@@ -121,6 +122,8 @@ int RunProgram(std::vector<std::string> arguments, std::ostream& out, std::ostre
         return Report(err, error.what(), kBadInput);
     } catch (const Failure& failure) {
         return Report(err, failure.what(), kBadInput);
+    } catch (const std::bad_alloc&) {
+        return Report(err, "not enough memory", kFault);
     } catch (const std::exception& fault) {
         return Report(err, fault.what(), kFault);
     }

@@ -3,6 +3,7 @@
 #include "tools/lmw/failure.h"
 #include "tools/lmw/text.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <ios>
@@ -94,7 +95,22 @@ std::string ReadWholeFile(const std::string& file) {
     return content;
 }
 
-void WriteFiles(const std::vector<OutputFile>& files) {
+void WriteFiles(const std::vector<OutputFile>& files, const std::string& input) {
+    const auto is_same = [](const std::string& a, const std::string& b) {
+        std::error_code error;
+        const fs::path path = fs::weakly_canonical(PathOf(a), error);
+        return !error && path == fs::weakly_canonical(PathOf(b), error) && !error;
+    };
+    for (std::size_t k = 0; k < files.size(); ++k) {
+        if (!input.empty() && is_same(files[k].name, input)) {
+            throw Failure(files[k].name + ": is the input, which results may not replace");
+        }
+        for (std::size_t other = 0; other < k; ++other) {
+            if (files[other].name == files[k].name) {
+                throw Failure(files[k].name + ": two results go to this file");
+            }
+        }
+    }
     PartFiles parts;
     for (const OutputFile& file : files) {
         parts.Write(file);

@@ -20,8 +20,10 @@ struct OutputFile {
 
 /// Writes all files, replacing those that exist. Each is first written beside its place under a
 /// name of its own and then renamed; when one cannot be written none is replaced, and Failure names
-/// it. What exists and is no regular file (a pipe, a terminal) is written to directly.
-void WriteFiles(const std::vector<OutputFile>& files);
+/// it. What exists and is no regular file (a pipe, a terminal) is written to directly. Failure,
+/// too, when two of them are one file, or one is `input`: measured data are not replaced by
+/// results.
+void WriteFiles(const std::vector<OutputFile>& files, const std::string& input = {});
 
 /// Makes a folder and those above it, if they are not there. Throws Failure when that is
 /// impossible.
