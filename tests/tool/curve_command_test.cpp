@@ -222,11 +222,13 @@ TEST(DemoCommand, ReportsTheMeasuredSeriesAndWritesTablesAndPictures) {
         EXPECT_THAT(result.out, HasSubstr(fact));
     }
     // Fits of the same points worked out with 40 digits in another language.
-    EXPECT_EQ(folder.Read("deep/er/retention-fit-parameters.csv"),
-              "soil,saturated,a (kPa),n,m,root mean square\n"
-              "\"sand, Berlin\",0.315,2.28085,5.53094,0.959172,0.000558609\n"
-              "\"loess, Rosdorf\",0.38,23.7753,0.827871,0.548776,0.00226041\n"
-              "\"clay, Seelow\",0.557,102.102,0.9197,0.231755,0.00278714\n");
+    for (const char* const fact :
+         {"\n\"sand, Berlin\",0.315,2.28085,5.53094,0.959172,0.000558609,",
+          "\n\"loess, Rosdorf\",0.38,23.7753,0.827871,0.548776,0.00226041,",
+          "\n\"clay, Seelow\",0.557,102.102,0.9197,0.231755,0.00278714,"}) {
+        EXPECT_THAT(folder.Read("deep/er/retention-fit-parameters.csv").value_or(""),
+                    HasSubstr(fact));
+    }
     for (const char* const file :
          {"retention.svg", "conductivity.svg", "precipitation.svg", "precipitation-sums.svg",
           "retention-clay-seelow.svg", "retention-fits.svg", "retention-sand-berlin-fit.svg"}) {

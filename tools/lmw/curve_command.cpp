@@ -187,7 +187,8 @@ void AddShapeOptions(CLI::App& command, CurveOptions& options) {
         "first point it is undefined then)")
         ->group(group);
     AddNumber(command, "--period", options.period,
-              "Length in x after which a Cycle repeats; the span of the points unless given")
+              "Length in x after which a Cycle repeats; the span of the points unless given, where "
+              "the first y then stands in place of the last")
         ->group(group);
 }
 

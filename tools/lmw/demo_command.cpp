@@ -78,7 +78,7 @@ std::vector<Packed> Reopened(const DemoResults& results, std::string& version) {
 std::string Listing(const std::vector<Packed>& entries, const std::string& version) {
     std::string text = "\nPacked into a project archive of version " + version +
                        ", closed, opened again, all entries tested:\n\n"
-                       "    size  packed  name\n";
+                       "   bytes  packed  name\n";
     for (const Packed& entry : entries) {
         text += Column(static_cast<double>(entry.size), 8, 0) +
                 Column(static_cast<double>(entry.packed_size), 8, 0) + "  " +

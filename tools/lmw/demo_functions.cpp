@@ -167,6 +167,9 @@ class Functions {
         for (const std::string& comment : storages.Comments()) {
             chart.AddNote(comment);
         }
+        chart.AddNote("Brought to the height of the dam: an elevation of " +
+                      Decimals(kFoundation, 0) + " ft is its foundation, " + Decimals(kFull, 0) +
+                      " ft its full water.");
         results_.Keep("reservoir-level.csv", csv.Text());
         results_.Keep("reservoir-level.svg", chart.Text());
     }

@@ -112,8 +112,8 @@ class Section {
             csv.Cell(names_[i]).Cell(Decimals(area, 4));
             csv.Cell(Decimals(centre.x, 4)).Cell(Decimals(centre.y, 4)).EndRow();
             results_.report += "  " + Padded(names_[i], 20) + Column(area, 12, 3) + " " + unit +
-                               "²   centroid" + Column(centre.x, 10, 3) + Column(centre.y, 10, 3) +
-                               "\n";
+                               "²   centroid (x, y)" + Column(centre.x, 10, 3) +
+                               Column(centre.y, 10, 3) + "\n";
         }
         results_.Keep(facts_.file + std::string("-regions.csv"), csv.Text());
     }
@@ -193,10 +193,11 @@ class Section {
         for (unsigned id = 0; id < regions_.size(); ++id) {
             found += tree.Find(Geom::PolygonCentreOfMass2D(regions_[id])) == id ? 1U : 0U;
         }
-        results_.report += "  segments in the level's cells " + std::to_string(near_level.size()) +
-                           " of " + std::to_string(segments_.size()) +
-                           ", regions found again at their centroids " + std::to_string(found) +
-                           " of " + std::to_string(regions_.size()) + "\n";
+        results_.report +=
+            "  cell table: " + std::to_string(near_level.size()) + " of " +
+            std::to_string(segments_.size()) +
+            " segments share a cell with the level; quadtree: " + std::to_string(found) + " of " +
+            std::to_string(regions_.size()) + " regions are found at their own centroids\n";
     }
 
     void Picture_() {

@@ -1,3 +1,9 @@
+#include "common/fn/evaluate.h"
+#include "common/fn/kinds.h"
+#include "common/math/fpoint.h"
+#include "common/str/number_text.h"
+#include "common/undefined.h"
+
 #include "tools/lmw/curve_model.h"
 #include "tools/lmw/demo_chapters.h"
 #include "tools/lmw/failure.h"
@@ -7,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -55,10 +62,10 @@ class Soils {
         results_.report +=
             "\nRetention: volumetric water content of three soils, spline through the measured "
             "points\n"
-            "(given: water given up between suctions of 300 and 15000 cm, in % of the volume)\n\n"
+            "(given up: water between suctions of 300 and 15000 cm, in % of the volume)\n\n"
             "                          water content at a suction of (cm)     slope at\n"
             "  soil            points     100     300    1000   15000      1000 cm (1/cm)    "
-            "given\n";
+            "given up (%)\n";
         for (std::size_t i = 0; i < kSoils.size(); ++i) {
             const Soil& soil = kSoils[i];
             const CsvTable table = results_.Table(soil.file);
@@ -108,10 +115,13 @@ class Soils {
         CsvText curves;
         curves.Cell("suction (cm)");
         parameters.Cell("soil").Cell("saturated").Cell("a (kPa)").Cell("n").Cell("m");
-        parameters.Cell("root mean square").EndRow();
+        parameters.Cell("root mean square").Cell("standard error of a (kPa)").Cell("of n");
+        parameters.Cell("of m").Cell("determined").EndRow();
         results_.report +=
-            "\nFredlund-Xing curves through the same points, by least squares\n\n"
-            "  soil            saturated     a (kPa)           n           m    root mean square\n";
+            "\nFredlund-Xing curves through the same points, by least squares (± standard error)\n"
+            "(saturated content: measured of sand and clay, the largest measured of the loess)\n\n"
+            "  soil            saturated          a (kPa)                n                m"
+            "    root mean square\n";
         std::vector<FittedSoil> fitted;
         std::vector<math::fn::flow::FredXing> written;
         for (std::size_t i = 0; i < kSoils.size(); ++i) {
@@ -130,11 +140,20 @@ class Soils {
                 if (!ReadFinite(text, rounded.emplace_back())) {
                     throw table.About("the fit gives no numbers");
                 }
-                results_.report += RightAligned(text, rounded.size() < 4 ? 12 : 20);
+                const std::size_t k = rounded.size() - 1;
+                results_.report +=
+                    k < 3 ? RightAligned(Rounded_(value, 4) + " ± " +
+                                             Rounded_(StandardError_(fit, k, kilopascals), 2),
+                                         17)
+                          : Column(value, 20, 6);
                 parameters.Cell(text);
             }
-            results_.report += "\n";
-            parameters.EndRow();
+            for (std::size_t k = 0; k < 3; ++k) {
+                parameters.Cell(SixDigits(StandardError_(fit, k, kilopascals)));
+            }
+            const bool determined = result.code == math::fn::flow::FredXingFit::kConverged;
+            parameters.Cell(determined ? "yes" : "no").EndRow();
+            results_.report += determined ? "\n" : "  not determined by the points\n";
             curves.Cell(soil.name);
             fitted.push_back({soil.name, soil.file, fit.SaturatedWaterContent(), rounded[0],
                               rounded[1], rounded[2]});
@@ -156,6 +175,19 @@ class Soils {
         }
         results_.Keep("retention-fits.csv", curves.Text());
         return fitted;
+    }
+
+    static double StandardError_(const RetentionFit& fit, std::size_t parameter,
+                                 double kilopascals) {
+        return fit.StandardError(parameter) * (parameter == 0 ? kilopascals : 1.0);
+    }
+
+    // A number with so many significant digits.
+    static std::string Rounded_(double value, int digits) {
+        std::array<char, 32> buffer{};
+        const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                       std::chars_format::general, digits);
+        return {buffer.data(), end.ptr};
     }
 
     [[nodiscard]] static std::string FitPicture_(const Soil& soil, const CsvTable& table,
@@ -182,22 +214,57 @@ class Soils {
         chart.Add(std::move(marks));
     }
 
-    // Conductivity over suction, on two logarithmic axes.
+    // Conductivity over suction: straight lines between the points on two logarithmic scales.
     void Conductivity_() {
-        const CurveSettings linear;
         SvgChart chart("Measured conductivity of three soils",
                        {"suction (cm of water)", Scale::kLogarithmic},
                        {"conductivity (cm/day)", Scale::kLogarithmic});
+        results_.report +=
+            "\nConductivity, interpolated on logarithmic scales; none beyond the measured "
+            "points\n\n"
+            "                          conductivity (cm/day) at a suction of (cm)\n"
+            "  soil            points          50         100         300        1000       "
+            "10000\n";
         for (std::size_t i = 0; i < kSoils.size(); ++i) {
             const CsvTable table = results_.Table(kSoils[i].file);
-            const MeasuredCurve curve(linear, ReadPoints(table, 0, 2, linear));
-            AddTo_(chart, curve, kSoils[i].name, i, Stroke::kSolid);
-            AddMarksTo_(chart, curve, "", i);
+            Series marks{.form = Form::kPoints, .color = i};
+            std::string text;
+            for (const FPOINT& point : ReadPoints(table, 0, 2, CurveSettings())) {
+                text += (text.empty() ? "" : ";") + str::DoubleNarrowText(point.x) + " " +
+                        str::DoubleNarrowText(point.y);
+                marks.x.push_back(point.x);
+                marks.y.push_back(point.y);
+            }
+            const IFn conductivity = Interpolated_(text);
+            results_.report += "  " + Padded(kSoils[i].name, 16) +
+                               Column(static_cast<double>(marks.x.size()), 6, 0);
+            for (const double suction : {50.0, 100.0, 300.0, 1000.0, 10000.0}) {
+                const double value = fn::impl::SafeCalculate(*conductivity, &suction, nullptr);
+                results_.report += IsDefined(value) ? Column(value, 12, 5) : RightAligned("-", 12);
+            }
+            results_.report += "\n";
+            Series line{.label = kSoils[i].name, .color = i};
+            for (const double suction : SpacedPlaces(Scale::kLogarithmic, kSuctions, 400)) {
+                line.x.push_back(suction);
+                line.y.push_back(fn::impl::SafeCalculate(*conductivity, &suction, nullptr));
+            }
+            chart.Add(std::move(line));
+            chart.Add(std::move(marks));
         }
-        chart.AddNote(
-            "Rings are measured. The lines between them are straight, which logarithmic axes "
-            "bend.");
+        chart.AddNote("Rings are measured; lines are straight between them on these scales.");
         results_.Keep("conductivity.svg", chart.Text());
+    }
+
+    static IFn Interpolated_(const std::string& points) {
+        IFn function;
+        const gtl::status made =
+            fn::Create(Wide("Linear(DataInit=" + points +
+                            ",SlopeBefore=None,SlopeAfter=None,LogInput=true,LogOutput=true)"),
+                       function);
+        if (made.Failed()) {
+            throw Failure(Utf8(made.as_wstring()));
+        }
+        return function;
     }
 
     // Monthly rain as a step function that repeats after a year, and its sums.

@@ -50,8 +50,9 @@ class Strengths {
             throw table_.About(std::to_string(values_.size()) + " rows are expected");
         }
         results_.report += "\nStrength of the shells: " + std::to_string(kTrials) +
-                           " trials\n\n"
-                           "  quantity                                   law    sampled mean    "
+                           " trials (deviation: standard deviation)\n\n"
+                           "                                normal law                sampled\n"
+                           "  quantity                   mean ± deviation            mean    "
                            "deviation      least   greatest\n";
         summary_.Cell("quantity").Cell("mean").Cell("standard deviation");
         summary_.Cell("least").Cell("greatest").EndRow();
@@ -106,7 +107,7 @@ class Strengths {
                            " : 1, slip surface at a depth of " + Decimals(kDepth, 0) +
                            " m; no cohesion where a trial is below 0)\n";
 
-        SvgChart chart("Factor of safety of the downstream face", {"factor of safety"},
+        SvgChart chart("Factor of safety of a long dry slope of 2 : 1", {"factor of safety"},
                        {"trials in a bin"});
         const double highest = *std::max_element(bars.y.begin(), bars.y.end());
         chart.Add(std::move(bars));

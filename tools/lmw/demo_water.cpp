@@ -92,8 +92,9 @@ class StillWater {
                                "\n";
         }
         results_.report +=
-            "\nWater in the dam if it stood still at the reservoir's level, per metre of the "
-            "dam\n\n"
+            "\nWater per metre of the dam if it stood still at the reservoir's level in the whole "
+            "section\n(step 1 is the lowest level, step 2 the highest; step 4 is the month of step "
+            "1 in the second round)\n\n"
             "  step   month   level (m)";
         for (const std::string& name : regions_.names) {
             results_.report += RightAligned(name + " (m³)", 24);
@@ -142,7 +143,7 @@ class StillWater {
                 }
             }
         }
-        Keep_(step, table);
+        Keep_(step, table, "month " + Decimals(month, 1) + ", level " + Decimals(level, 2) + " m");
         results_.report += Column(step, 6, 0) + Column(month, 8, 1) + Column(level, 12, 3);
         for (const double volume : stored) {
             results_.report += Column(volume, 24, 3);
@@ -152,7 +153,7 @@ class StillWater {
 
     // The table as text, a column for each parameter under its registry name; values outside the
     // range of their parameter would be a fault.
-    void Keep_(std::uint32_t step, const DataTable& table) {
+    void Keep_(std::uint32_t step, const DataTable& table, const std::string& when) {
         CsvText csv;
         csv.Cell("element").Cell("region");
         for (const DataParamType param : table.Params()) {
@@ -174,8 +175,8 @@ class StillWater {
         }
         results_.KeepStep(step, "element.csv", csv.Text());
 
-        SvgChart chart("Water content of the elements, step " + std::to_string(step),
-                       {"volumetric water content"}, {"y (m)"});
+        SvgChart chart("Water content of the elements, " + when, {"volumetric water content"},
+                       {"y (m)"});
         for (std::size_t region = 0; region < regions_.names.size(); ++region) {
             Series points{
                 .form = Form::kPoints, .label = regions_.names[region], .color = region + 2};
