@@ -47,7 +47,8 @@ class PreparedCurve;
 /// 2. Smooth 100 or more passes through the points. Below, the points move half way at most
 ///    towards the Hermite cubic over their neighbours, by (1 - smooth / 100) / 2, and the slopes
 ///    are computed anew. Exactly 100 also makes the end values those of the end points, bit for
-///    bit. Without tension, smooth moves nothing.
+///    bit (where several points share the first x, the first of them, while Linear has the last).
+///    Without tension, smooth moves nothing.
 /// 3. Values, derivatives, integrals, tails, one point, no points and NaN are as with Linear. A
 ///    cycle with tension is padded by up to ten points at either side instead of closed by one, so
 ///    that it is smooth where it repeats.
