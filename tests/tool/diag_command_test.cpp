@@ -48,6 +48,14 @@ TEST(DiagCommand, ShowsSettingsCategoriesSwitchesAndModulesInForce) {
     }
 }
 
+TEST(DiagCommand, ListsTheMessagesForTranslators) {
+    const ToolResult csv = RunTool({"diag", "--messages"});
+    EXPECT_THAT(csv.out, HasSubstr("\n20526,\"The file \"\"%s\"\" could not be opened. %s\n"))
+        << csv.err;
+    const ToolResult json = RunTool({"diag", "--messages", "--json"});
+    EXPECT_THAT(Packed(json.out), HasSubstr(R"({"number":20452,"text":"between%sand%s"},)"));
+}
+
 TEST(Arguments, OfDiagnosticsAreSkippedWhereverTheyStandAndOthersAreNot) {
     const ToolResult plain = RunTool({"diag"});
     EXPECT_EQ(RunTool({"level=warning", "diag", "Category=io;mesh", "-safemode"}).out, plain.out);

@@ -6,10 +6,12 @@
 #include "common/log_category.h"
 #include "common/log_filter.h"
 #include "common/log_level.h"
+#include "common/message_text.h"
 #include "common/sys/text_encoding.h"
 #include "common/version.h"
 
 #include "tools/lmw/commands.h"
+#include "tools/lmw/csv_table.h"
 #include "tools/lmw/json_text.h"
 #include "tools/lmw/text.h"
 
@@ -141,16 +143,44 @@ std::string Json(const std::vector<Group>& groups) {
     return json.Text();
 }
 
+// All messages of the library. Numbers have five digits at most.
+std::string Messages(bool as_json) {
+    constexpr std::uint32_t kMostNumbers = 100'000;
+    CsvText csv;
+    JsonText json;
+    csv.Cell("number").Cell("text").EndRow();
+    json.BeginArray();
+    for (std::uint32_t number = 1; number < kMostNumbers; ++number) {
+        const std::string text = Utf8(MessageText(number));
+        if (!text.empty()) {
+            csv.Cell(std::to_string(number)).Cell(text).EndRow();
+            json.BeginObject().Key("number").Count(number).Key("text").Value(text).End();
+        }
+    }
+    json.End();
+    return as_json ? json.Text() : csv.Text();
+}
+
 }  // namespace
 
 void AddDiag(CLI::App& program, std::ostream& out) {
     CLI::App* const command = program.add_subcommand(
         "diag", "Show the settings of diagnostics in force, categories, switches and modules");
-    const auto json = std::make_shared<bool>(false);
-    command->add_flag("--json", *json, "Print JSON instead of tables");
-    command->callback([json, &out] {
+    struct Options {
+        bool messages = false;
+        bool json = false;
+    };
+    const auto options = std::make_shared<Options>();
+    command->add_flag("--messages", options->messages,
+                      "List the messages that a host translates instead: number and English text");
+    command->add_flag("--json", options->json, "Print JSON instead of tables");
+    command->callback([options, &out] {
+        if (options->messages) {
+            out << Messages(options->json);
+            return;
+        }
         const std::vector<Group> groups = {Settings(), Categories(), Switches(), Modules()};
-        out << (*json ? Json(groups) : Table(groups));
+        out << (options->json ? Json(groups) : Table(groups));
     });
 }
 
