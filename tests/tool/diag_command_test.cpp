@@ -50,7 +50,7 @@ TEST(DiagCommand, ShowsSettingsCategoriesSwitchesAndModulesInForce) {
 
 TEST(DiagCommand, ListsTheMessagesForTranslators) {
     const ToolResult csv = RunTool({"diag", "--messages"});
-    EXPECT_THAT(csv.out, HasSubstr("\n20526,\"The file \"\"%s\"\" could not be opened. %s\n"))
+    EXPECT_THAT(csv.out, HasSubstr("\n20526,\"The file \"\"%s\"\" could not be opened. %s\"\n"))
         << csv.err;
     const ToolResult json = RunTool({"diag", "--messages", "--json"});
     EXPECT_THAT(Packed(json.out), HasSubstr(R"({"number":20452,"text":"between%sand%s"},)"));
