@@ -68,29 +68,34 @@ class Functions {
         return function;
     }
 
+    [[nodiscard]] const FittedSoil& SoilOf_(const std::string& region) const {
+        const CsvTable table = results_.Table(kSoilFile);
+        for (std::size_t row = 0; row < table.NumberOfRows(); ++row) {
+            for (const FittedSoil& soil : soils_) {
+                if (table.Text(row, 0) == region && table.Text(row, 1) == soil.file) {
+                    return soil;
+                }
+            }
+        }
+        throw table.About("no soil for the region " + Quoted(region));
+    }
+
     // The fitted curve of each region's soil.
     std::vector<IFn> WaterContents_() {
         results_.report +=
             "\nFunctions of the dam, from definition texts\n\n"
             "                                        water content at a pressure of (kPa)\n"
             "  region            soil                   0       -1      -10     -100    -1000\n";
-        const CsvTable table = results_.Table(kSoilFile);
         std::vector<IFn> functions;
-        for (std::size_t row = 0; row < table.NumberOfRows(); ++row) {
-            const auto soil = std::find_if(
-                soils_.begin(), soils_.end(),
-                [&](const FittedSoil& each) { return each.file == table.Text(row, 1); });
-            if (soil == soils_.end()) {
-                throw table.At(row, "no soil of the file " + Quoted(table.Text(row, 1)));
-            }
-            const std::string text = "FredlundXing(A=" + str::DoubleNarrowText(soil->a) +
-                                     ",N=" + str::DoubleNarrowText(soil->n) +
-                                     ",M=" + str::DoubleNarrowText(soil->m) +
-                                     ",SatWC=" + str::DoubleNarrowText(soil->saturated) + ")";
-            functions.push_back(Made_(text, table.Text(row, 0) + ": " + soil->name,
-                                      DataParamType::PorePressure,
+        for (const std::string& region : results_.Regions(kDamSection).names) {
+            const FittedSoil& soil = SoilOf_(region);
+            const std::string text = "FredlundXing(A=" + str::DoubleNarrowText(soil.a) +
+                                     ",N=" + str::DoubleNarrowText(soil.n) +
+                                     ",M=" + str::DoubleNarrowText(soil.m) +
+                                     ",SatWC=" + str::DoubleNarrowText(soil.saturated) + ")";
+            functions.push_back(Made_(text, region + ": " + soil.name, DataParamType::PorePressure,
                                       DataParamType::VolumetricWaterContent));
-            results_.report += "  " + Padded(table.Text(row, 0), 18) + Padded(soil->name, 15);
+            results_.report += "  " + Padded(region, 18) + Padded(soil.name, 15);
             for (const double pressure : {0.0, -1.0, -10.0, -100.0, -1000.0}) {
                 results_.report +=
                     Column(fn::impl::SafeCalculate(*functions.back(), &pressure, nullptr), 9, 4);
@@ -125,7 +130,7 @@ class Functions {
             points.append(row == 0 ? "" : ";").append(storages.Text(row, 0));
             points.append(" ").append(level);
             measured.x.push_back(storages.Number(row, 0));
-            measured.y.push_back(std::stod(level));
+            static_cast<void>(ReadFinite(level, measured.y.emplace_back()));
         }
         const auto period = static_cast<double>(storages.NumberOfRows());
         IFn level = Made_("Step(DataInit=" + points +

@@ -34,11 +34,7 @@ class StillWater {
         : results_(results),
           functions_(functions),
           regions_(results.Regions(kDamSection)),
-          mesh_(MeshOf(regions_, results.DataFile(kDamSection), kColumnWidth, kRows)) {
-        if (regions_.names.size() != functions.water_contents.size()) {
-            throw Failure(results.DataFile(kDamSection) + ": a soil is needed for each region");
-        }
-    }
+          mesh_(MeshOf(regions_, results.DataFile(kDamSection), kColumnWidth, kRows)) {}
 
     void Run() {
         results_.analysis = L"Still water";
