@@ -24,3 +24,8 @@ template <class Action>
 }
 
 }  // namespace lmw::test
+
+/// Skips the running test where allocations made inside the library are not seen.
+#define LMW_SKIP_UNCOUNTED_ALLOCATIONS()        \
+    if (!lmw::test::CountsLibraryAllocations()) \
+    GTEST_SKIP() << "allocations of the library are not counted on this platform"
