@@ -4,36 +4,13 @@
 
 #include "common/file/zip.h"
 
+#include "tests/support/scratch_folder.h"
+
 #include <cstddef>
-#include <filesystem>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace lmw::test {
-
-/// A folder of its own that is deleted with everything in it.
-class ScratchFolder {
- public:
-    ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder();
-
-    [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
-    /// The path of something in the folder as the library takes it.
-    [[nodiscard]] std::wstring operator/(const std::string& name) const;
-    /// Writes a file, with the folders it needs, and returns its path.
-    std::wstring Write(const std::string& name, std::string_view content) const;
-    /// The names of all files below the folder, sorted, with "/" between their parts.
-    [[nodiscard]] std::vector<std::string> Files() const;
-
- private:
-    std::filesystem::path path_;
-};
-
-[[nodiscard]] std::wstring WidePath(const std::filesystem::path& path);
-[[nodiscard]] std::string ReadFile(const std::filesystem::path& path);
 
 /// The content of an archive of tests/data/archives, by its name without ".zip".
 [[nodiscard]] std::string ArchiveData(const std::string& name);

@@ -19,11 +19,7 @@
 
 namespace {
 
-using lmw::file::detail::MatchesWildcard;
-using lmw::file::detail::PieceWriter;
-using lmw::file::detail::SafeEntryPath;
-using lmw::file::detail::WideFromArchive;
-using lmw::file::detail::WrittenName;
+using namespace lmw::file::detail;
 using lmw::test::PropertyRandom;
 
 TEST(ArchiveText, IllFormedUtf8IsCodePage437AndPairsAreOneCharacter) {
@@ -48,18 +44,9 @@ bool PlainMatch(std::wstring_view name, std::wstring_view pattern) {
 
 TEST(Wildcard, AgreesWithTheDefinition) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
-    const auto text = [&random](const std::wstring& letters, int most) {
-        std::wstring made;
-        for (int k = random.Integer(0, most); k > 0; --k) {
-            made += letters[static_cast<std::size_t>(
-                random.Integer(0, static_cast<int>(letters.size()) - 1))];
-        }
-        return made;
-    };
     for (int k = 0; k < 20'000; ++k) {
-        const std::wstring name = text(L"ab.", 8);
-        const std::wstring pattern = text(L"ab.*?", 6);
+        const std::wstring name = random.Text(std::wstring(L"ab."), 8);
+        const std::wstring pattern = random.Text(std::wstring(L"ab.*?"), 6);
         ASSERT_EQ(MatchesWildcard(name, pattern), pattern == L"*.*" || PlainMatch(name, pattern))
             << ::testing::PrintToString(name) << ::testing::PrintToString(pattern);
     }
@@ -87,7 +74,7 @@ TEST(Secret, IsOverwrittenWithItsSource) {
     std::string source = "a password that is too long to be kept inside the string object itself";
     const char* const bytes = source.data();
     {
-        const lmw::file::detail::Secret secret(source);
+        const Secret secret(source);
         EXPECT_EQ(std::string(secret.Text()).size(), 70U);
     }
     EXPECT_TRUE(source.empty());
@@ -96,7 +83,6 @@ TEST(Secret, IsOverwrittenWithItsSource) {
 
 TEST(PieceWriter, WritesWhatAPlainBufferHolds) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     sys::DiskFile file;
     const std::filesystem::path beside = std::filesystem::temp_directory_path() / "x";
     ASSERT_EQ(sys::DiskFile::CreateScratch(

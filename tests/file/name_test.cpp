@@ -1,46 +1,38 @@
 #include "common/file/name.h"
 
+#include "common/file/mark_step.h"
+#include "common/file/step.h"
+
 #include "tests/support/property_random.h"
 #include "tests/support/test_host.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
 
 using doc::file::Name;
-using lmw::test::PropertyRandom;
-using lmw::test::TestHost;
-
-std::wstring Path(const Name& name) {
-    return name.ProjectPath();
-}
+using namespace lmw::test;
+using namespace doc::file::mark;
 
 TEST(Name, EmptinessFollowsTheFields) {
     Name name;
-    EXPECT_TRUE(name.IsEmpty());
     EXPECT_FALSE(name.Run(0).IsEmpty());
     EXPECT_FALSE(Name().Step(lmw::step::Init()).IsEmpty());
     name.Clear();
     EXPECT_TRUE(name.IsEmpty());
-    EXPECT_EQ(name.Run(), Name::kNoRun);
-    EXPECT_EQ(name.Step().raw(), 0x7FFFFFFFU);
     name.Analysis(L"a").FNameExt(L"b.c").ClearFile();
     EXPECT_EQ(name.FNameExt(), L"");
     EXPECT_TRUE(name.ClearAnalysis().IsEmpty());
 }
 
 TEST(Name, PartsOfTheProjectPath) {
-    struct Row {
-        const wchar_t* path;
-        const wchar_t* directory;
-        const wchar_t* fname;
-        const wchar_t* ext;
-    };
-    const Row rows[] = {
+    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*, const wchar_t*> rows[] = {
         {L"C:\\work\\dam.lwz", L"C:\\work\\", L"dam", L".lwz"},
         {L"C:dam.lwz", L"C:", L"dam", L".lwz"},
         {L"dam", L"", L"dam", L""},
@@ -51,53 +43,46 @@ TEST(Name, PartsOfTheProjectPath) {
         {L"/site/a.b/dam", L"", L"/site/a", L".b/dam"},  // "/" is no separator
         {L"", L"", L"", L""},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(::testing::PrintToString(std::wstring(row.path)));
-        const Name name = Name().ProjectPath(row.path);
-        EXPECT_EQ(name.ProjectDirectory(), row.directory);
-        EXPECT_EQ(name.ProjectFName(), row.fname);
-        EXPECT_EQ(name.ProjectExt(), row.ext);
-        EXPECT_EQ(name.ProjectFNameExt(), std::wstring(row.fname) + row.ext);
+    for (const auto& [path, directory, fname, ext] : rows) {
+        SCOPED_TRACE(::testing::PrintToString(std::wstring(path)));
+        const Name name = Name().ProjectPath(path);
+        EXPECT_EQ(name.ProjectDirectory(), directory);
+        EXPECT_EQ(name.ProjectFName(), fname);
+        EXPECT_EQ(name.ProjectExt(), ext);
+        EXPECT_EQ(name.ProjectFNameExt(), std::wstring(fname) + ext);
     }
 }
 
 TEST(Name, SettersOfOnePartKeepTheOthers) {
     Name name = Name().ProjectPath(L"C:\\work\\dam.lwz");
-    EXPECT_EQ(Path(name.ProjectDirectory(L"D:\\new\\")), L"D:\\new\\dam.lwz");
-    EXPECT_EQ(Path(name.ProjectDirectory(L"E:\\other")), L"E:\\other\\dam.lwz");
-    EXPECT_EQ(Path(name.ProjectDirectory(L"E:")), L"E:dam.lwz");
-    EXPECT_EQ(Path(name.ProjectFName(L"levee")), L"E:levee.lwz");
-    EXPECT_EQ(Path(name.ProjectExt(L".bak")), L"E:levee.bak");
-    EXPECT_EQ(Path(name.ProjectDirectory(L"")), L"levee.bak");
+    EXPECT_EQ(name.ProjectDirectory(L"D:\\new\\").ProjectPath(), L"D:\\new\\dam.lwz");
+    EXPECT_EQ(name.ProjectDirectory(L"E:\\other").ProjectPath(), L"E:\\other\\dam.lwz");
+    EXPECT_EQ(name.ProjectDirectory(L"E:").ProjectPath(), L"E:dam.lwz");
+    EXPECT_EQ(name.ProjectFName(L"levee").ProjectPath(), L"E:levee.lwz");
+    EXPECT_EQ(name.ProjectExt(L".bak").ProjectPath(), L"E:levee.bak");
+    EXPECT_EQ(name.ProjectDirectory(L"").ProjectPath(), L"levee.bak");
 }
 
-TEST(Name, FNameExtCutsAtTheLastDot) {
+TEST(Name, FNameExtCutsAtTheLastDotAndWithoutOneThrowsAndChangesNothing) {
     Name name = Name().FNameExt(L"a.b.c");
     EXPECT_EQ(name.FName(), L"a.b");
     EXPECT_EQ(name.Ext(), L".c");
-    name.FNameExt(L"*");
-    EXPECT_TRUE(name.IsMultiSelectAllFiles());
-    name.FNameExt(L"");
-    EXPECT_EQ(name.FNameExt(), L"");
-}
-
-TEST(Name, FNameExtWithoutDotThrowsAndChangesNothing) {
-    Name name = Name().FNameExt(L"a.b");
     try {
         name.FNameExt(L"node");
         FAIL();
     } catch (const std::out_of_range& failure) {
         EXPECT_STREQ(failure.what(), "invalid string position");
     }
-    EXPECT_EQ(name.FNameExt(), L"a.b");
+    EXPECT_EQ(name.FNameExt(), L"a.b.c");
+    EXPECT_EQ(name.FNameExt(L"").FNameExt(), L"");
 }
 
 TEST(Name, StarWithAllExtensionsDoesNotSelectAllFiles) {
+    EXPECT_TRUE(Name().FNameExt(L"*").IsMultiSelectAllFiles());
     EXPECT_FALSE(Name().AllFiles().AllExt().IsMultiSelectAllFiles());
     EXPECT_TRUE(Name().AllExt().AllFiles().IsMultiSelectAllFiles());
     EXPECT_TRUE(Name().AllAnalyses().IsMultiSelectAnalyses());
     EXPECT_FALSE(Name().Analysis(L"**").IsMultiSelectAnalyses());
-    EXPECT_TRUE(Name().AllSteps().IsMultiSelectStep());
     EXPECT_FALSE(Name().Step(lmw::step::Last()).IsMultiSelectStep());
 }
 
@@ -107,8 +92,6 @@ TEST(Name, DescriptionNamesWhatIsThere) {
     EXPECT_EQ(name.Step(Step::CreateFromInt(12)).Description(), L"C:\\work\\dam.lwz: node.csv");
     name.Analysis(L"Rapid drawdown");
     EXPECT_EQ(name.Description(), L"C:\\work\\dam.lwz: Rapid drawdown\\12\\node.csv");
-    EXPECT_EQ(Name(name).AllSteps().Description(),
-              L"C:\\work\\dam.lwz: Rapid drawdown\\*\\node.csv");
     EXPECT_EQ(Name(name).AllExt().Description(), L"C:\\work\\dam.lwz: Rapid drawdown\\node.*");
     EXPECT_EQ(Name(name).AllExt().AllSteps().Description(),
               L"C:\\work\\dam.lwz: Rapid drawdown\\*\\node.*");
@@ -167,11 +150,9 @@ TEST(Name, FirstDifferenceDecidesTheOrder) {
     };
     for (const OrderRow& row : rows) {
         SCOPED_TRACE(row.reason);
-        const Name& smaller = row.smaller;
-        const Name& larger = row.larger;
-        EXPECT_LT(smaller.Compare(larger), 0);
-        EXPECT_GT(larger.Compare(smaller), 0);
-        EXPECT_TRUE(smaller < larger && larger > smaller && smaller != larger);
+        EXPECT_LT(row.smaller.Compare(row.larger), 0);
+        EXPECT_GT(row.larger.Compare(row.smaller), 0);
+        EXPECT_TRUE(row.smaller < row.larger && row.larger > row.smaller);
     }
 }
 
@@ -182,63 +163,35 @@ TEST(Name, EqualityIgnoresCaseAndLeadingZeros) {
     EXPECT_NE(Name().Ext(L".r0"), Name().Ext(L".r"));
 }
 
-// Texts that provoke every branch of the comparison, close to each other.
-std::wstring Text(PropertyRandom& random) {
-    static const std::vector<std::wstring> pieces = {L"a",
-                                                     L"A",
-                                                     L"b",
-                                                     L"r",
-                                                     L"R",
-                                                     L".",
-                                                     L"0",
-                                                     L"1",
-                                                     L"9",
-                                                     L"10",
-                                                     L"01",
-                                                     L"_",
-                                                     L"[",
-                                                     L"/",
-                                                     L"\xE4",
-                                                     L"\xE000",
-                                                     L"\xFFFF",
-                                                     L"\U0001F600",
-                                                     std::wstring(1, wchar_t{0xD83D}),
-                                                     std::wstring(1, wchar_t{0xDE00}),
-                                                     std::wstring(1, L'\0')};
-    std::wstring text;
-    for (int k = random.Integer(0, 4); k > 0; --k) {
-        text += pieces[static_cast<std::size_t>(
-            random.Integer(0, static_cast<int>(pieces.size()) - 1))];
-    }
-    return text;
+// Texts that provoke every branch of the comparison, close to each other: digits, cases, halves of
+// pairs.
+std::wstring RandomText(PropertyRandom& random) {
+    static const std::wstring letters =
+        std::wstring(L"aAbrR.01901_[/\xE4\xE000\xFFFF\xD83D\xDE00\U0001F600") + L'\0';
+    return random.Text(letters, 5);
 }
 
 Name RandomName(PropertyRandom& random) {
-    const std::vector<Step> steps = {Step(), lmw::step::All(), lmw::step::Init(),
-                                     lmw::step::deprecated::Init()};
+    const Step steps[] = {Step(), lmw::step::All(), lmw::step::Init(),
+                          lmw::step::deprecated::Init()};
     Name name;
     if (random.Chance(0.2)) {
-        name.ProjectPath(Text(random)).FName(Text(random));
+        name.ProjectPath(RandomText(random)).FName(RandomText(random));
     }
     if (random.Chance(0.3)) {
-        name.Analysis(Text(random));
+        name.Analysis(RandomText(random));
     }
     if (random.Chance(0.2)) {
         name.Run(static_cast<std::uint32_t>(random.Integer(-1, 1)));
     }
     if (random.Chance(0.2)) {
-        name.Step(steps[static_cast<std::size_t>(random.Integer(0, 3))]);
+        name.Step(random.Pick(steps));
     }
-    return name.Ext(Text(random));
-}
-
-int Sign(int order) {
-    return order < 0 ? -1 : order > 0 ? 1 : 0;
+    return name.Ext(RandomText(random));
 }
 
 TEST(Name, CompareIsAStrictWeakOrderOverAllTriples) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     std::vector<Name> names;
     for (int k = 0; k < 160; ++k) {
         names.push_back(RandomName(random));
@@ -247,7 +200,8 @@ TEST(Name, CompareIsAStrictWeakOrderOverAllTriples) {
     std::vector<std::vector<int>> order(n, std::vector<int>(n));
     for (std::size_t a = 0; a < n; ++a) {
         for (std::size_t b = 0; b < n; ++b) {
-            order[a][b] = Sign(names[a].Compare(names[b]));
+            const int compared = names[a].Compare(names[b]);
+            order[a][b] = compared < 0 ? -1 : compared > 0 ? 1 : 0;
         }
     }
     int broken = 0;
@@ -262,6 +216,61 @@ TEST(Name, CompareIsAStrictWeakOrderOverAllTriples) {
         }
     }
     EXPECT_EQ(broken, 0);
+}
+
+constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+TEST(Step, CodesAndNumbers) {
+    const std::tuple<Step, std::uint32_t, std::uint32_t, bool> rows[] = {
+        {Step(), 0x7FFFFFFF, kNone, true},
+        {lmw::step::Init(), 0, 0, true},  // special although it has a number
+        {lmw::step::Last(), 0x7FFFFFFE, kNone, true},
+        {lmw::step::All(), 0xFFFFFFFE, kNone, true},
+        {lmw::step::deprecated::Init(), 0xFFFFFFFF, 0, true},
+        {Step::CreateFromInt(1), 1, 1, false},
+        {Step::CreateFromInt(0x7FFFFFFD), 0x7FFFFFFD, 0x7FFFFFFD, false},
+        {Step::CreateFromInt(-3), 0xFFFFFFFD, kNone, false},
+        {Step::CreateFromInt(INT32_MIN), 0x80000000, kNone, false},
+        {Step::CreateFromStepNumber(kNone), 0x7FFFFFFF, kNone, true},
+        {Step::CreateFromStepNumber(5), 5, 5, false},
+    };
+    for (const auto& [step, code, number, special] : rows) {
+        SCOPED_TRACE(code);
+        EXPECT_EQ(step.raw(), code);
+        EXPECT_EQ(step.AsStepNumber(), number);
+        EXPECT_EQ(lmw::step::IsSpecialStep(step), special);
+    }
+}
+
+TEST(MarkStep, CodesNumbersAndTheStepItStandsFor) {
+    struct Row {
+        MarkStep mark;
+        int code;
+        std::uint32_t number;
+        std::uint32_t step;  // where the last one is 7
+    };
+    for (const Row& row :
+         {Row{MarkStep(), -1, kNone, 0}, Row{AllResults(), 0x7FFFFFFF, kNone, 7},
+          Row{MarkStep(kNone), 0x7FFFFFFF, kNone, 7},  // by design: no step marks everything
+          Row{MarkStep(9), 9, 9, 9}}) {
+        EXPECT_EQ(row.mark.raw_int(), row.code);
+        EXPECT_EQ(row.mark.AsStepNumber(), row.number);
+        EXPECT_EQ(ConvertToStepNumber(row.mark, 7), row.step);
+    }
+}
+
+TEST(MarkStep, ResultsAreAvailableAtOrAfterTheMark) {
+    for (const MarkStep available : {MarkStep(), AllResults(), MarkStep(0), MarkStep(5)}) {
+        EXPECT_TRUE(IsResultsAvailable(AllResults(), available));
+        EXPECT_FALSE(IsResultsAvailable(MarkStep(), available));
+    }
+    EXPECT_FALSE(IsResultsAvailable(MarkStep(5), AllResults()));
+    EXPECT_FALSE(IsResultsAvailable(MarkStep(5), MarkStep()));
+    EXPECT_FALSE(IsResultsAvailable(MarkStep(3), MarkStep(5)));
+    EXPECT_TRUE(IsResultsAvailable(MarkStep(5), MarkStep(5)));
+    EXPECT_TRUE(IsResultsAvailable(MarkStep(5), MarkStep(3)));
+    // Unsigned: a mark with the highest bit is larger than every ordinary one.
+    EXPECT_TRUE(IsResultsAvailable(MarkStep(0x80000000), MarkStep(5)));
 }
 
 }  // namespace

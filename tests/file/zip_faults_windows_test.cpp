@@ -15,9 +15,7 @@
 
 namespace {
 
-using lmw::test::Content;
-using lmw::test::ReadFile;
-using lmw::test::ScratchFolder;
+using namespace lmw::test;
 using sys::file::Zip;
 using sys::file::zip::CompactMode;
 
@@ -27,11 +25,11 @@ TEST(ZipFaults, ReaderThatHoldsTheArchiveFailsAndCanBeRepeated) {
     Zip zip;
     ASSERT_OK(zip.Open(path, CompactMode::Never));
     ASSERT_OK(zip.Add(folder.Write("source", "1"), L"a"));
-    const std::string before = ReadFile(folder.Path() / "p.lwz");
+    const std::string before = folder.Read("p.lwz");
     {
         const sys::file::InputStream reader = sys::file::MakeFileInputStream(path);
         EXPECT_TRUE(zip.Flush().Failed());
-        EXPECT_EQ(ReadFile(folder.Path() / "p.lwz"), before);
+        EXPECT_EQ(folder.Read("p.lwz"), before);
         EXPECT_EQ(folder.Files(), (std::vector<std::string>{"p.lwz", "source"}));
         EXPECT_EQ(Content(zip, L"a"), "1");
     }

@@ -14,14 +14,8 @@
 
 namespace {
 
-using lmw::test::Content;
-using lmw::test::Names;
-using lmw::test::Noise;
-using lmw::test::ReadFile;
-using lmw::test::ScratchFolder;
-using lmw::test::TestHost;
-using sys::file::MakeFileInputStream;
-using sys::file::Zip;
+using namespace lmw::test;
+using namespace sys::file;
 using sys::file::zip::CompactMode;
 using Wide = std::vector<std::wstring>;
 using Files = std::vector<std::string>;
@@ -30,6 +24,10 @@ using Files = std::vector<std::string>;
 class ZipWrite : public ::testing::Test {
  protected:
     void Open() { ASSERT_OK(zip.Open(path, CompactMode::OnClose)); }
+    void Reopen() {
+        ASSERT_OK(zip.Close());
+        Open();
+    }
     gtl::status Add(const std::wstring& name, std::string_view content) {
         return zip.Add(folder.Write("source", content), name);
     }
@@ -46,10 +44,8 @@ TEST_F(ZipWrite, EntriesComeBackUnderTheirNames) {
     EXPECT_OK(Add(L"B\u00F6schung/\U0001F600.txt", "unicode"));
     EXPECT_OK(Add(L"noise", noise));
     EXPECT_OK(Add(L"empty", ""));
-    const Wide names = {L"Stage\\12\\node.csv", L"B\u00F6schung\\\U0001F600.txt", L"noise",
-                        L"empty"};
-    // The answers are the same while the changes are pending, when they are written, and to a
-    // reader.
+    const Wide names{L"Stage\\12\\node.csv", L"B\u00F6schung\\\U0001F600.txt", L"noise", L"empty"};
+    // The same while the changes are pending, when they are written, and to a reader.
     const auto check = [&](const Zip& checked) {
         EXPECT_EQ(checked.Count(), 4U);
         EXPECT_EQ(Names(checked), names);
@@ -63,46 +59,37 @@ TEST_F(ZipWrite, EntriesComeBackUnderTheirNames) {
     ASSERT_OK(zip.Flush());
     check(zip);
     ASSERT_OK(zip.Close());
-    EXPECT_FALSE(zip.IsOpen());
     Zip reader;
     ASSERT_OK(reader.OpenReadOnly(MakeFileInputStream(path)));
     check(reader);
-    const std::string bytes = ReadFile(folder.Path() / "p.lwz");
-    EXPECT_NE(bytes.find("Stage/12/node.csv"), std::string::npos);
+    const std::string bytes = folder.Read("p.lwz");
     EXPECT_NE(bytes.find("B\xC3\xB6schung/\xF0\x9F\x98\x80.txt"), std::string::npos);
     EXPECT_EQ(folder.Files(), (Files{"p.lwz", "source"}));
 }
 
 TEST_F(ZipWrite, EmptyArchiveIsThereFromOpenOnAndKeepsItsComment) {
     Open();
-    EXPECT_EQ(ReadFile(folder.Path() / "p.lwz").size(), 22U);
+    EXPECT_EQ(folder.Read("p.lwz").size(), 22U);
     EXPECT_OK(zip.SetComment(L"8.1"));
-    EXPECT_EQ(zip.GetComment(), L"8.1");
     ASSERT_OK(zip.Close());
-    EXPECT_EQ(ReadFile(folder.Path() / "p.lwz").size(), 25U);
+    EXPECT_EQ(folder.Read("p.lwz").size(), 25U);
     Open();
     EXPECT_OK(Add(L"a", "a"));
     ASSERT_OK(zip.Flush());
     EXPECT_OK(zip.Delete(zip.GetAllFileIDs()));
     ASSERT_OK(zip.Close());
+    EXPECT_EQ(folder.Read("p.lwz").size(), 25U);
     EXPECT_EQ(Zip::GetComment(MakeFileInputStream(path)), L"8.1");
-    EXPECT_EQ(doc::file::GetLwzVersion(MakeFileInputStream(path)).parts[0], 8);
-    Open();
-    EXPECT_EQ(zip.Count(), 0U);
-    EXPECT_OK(zip.SetComment(L""));
-    EXPECT_EQ(zip.GetComment(), L"");
-    ASSERT_OK(zip.Close());
-    EXPECT_EQ(ReadFile(folder.Path() / "p.lwz").size(), 22U);
 }
 
 TEST_F(ZipWrite, UnchangedArchiveIsNotWritten) {
-    folder.Write("p.lwz", lmw::test::ArchiveData("program_in_front"));
-    const std::string before = ReadFile(folder.Path() / "p.lwz");
+    folder.Write("p.lwz", ArchiveData("program_in_front"));
+    const std::string before = folder.Read("p.lwz");
     ASSERT_OK(zip.Open(path, CompactMode::Never));
     EXPECT_OK(zip.SetComment(zip.GetComment()));
     EXPECT_OK(zip.Flush());
     ASSERT_OK(zip.Close());
-    EXPECT_EQ(ReadFile(folder.Path() / "p.lwz"), before);
+    EXPECT_EQ(folder.Read("p.lwz"), before);
 }
 
 TEST_F(ZipWrite, IdentifiersStayUntilFlushAndAreRenumberedByIt) {
@@ -112,16 +99,12 @@ TEST_F(ZipWrite, IdentifiersStayUntilFlushAndAreRenumberedByIt) {
     }
     ASSERT_OK(zip.Flush());
     EXPECT_OK(zip.Delete({1}));
-    EXPECT_EQ(zip.Count(), 2U);
-    EXPECT_EQ(zip.GetAllFileIDs(), (Zip::Ids{0, 2}));
     EXPECT_FALSE(zip.IsValidId(1));
     EXPECT_EQ(zip.GetName(1), L"");
     EXPECT_OK(Add(L"b", "2"));  // the name is free again
     EXPECT_EQ(zip.GetAllFileIDs(), (Zip::Ids{0, 2, 3}));
-    EXPECT_EQ(Content(zip, L"b"), "2");
     ASSERT_OK(zip.Flush());
     EXPECT_EQ(Names(zip), (Wide{L"a", L"c", L"b"}));
-    EXPECT_EQ(zip.GetAllFileIDs(), (Zip::Ids{0, 1, 2}));
     EXPECT_EQ(Content(zip, L"b"), "2");
 }
 
@@ -130,7 +113,6 @@ TEST_F(ZipWrite, DeleteTellsWhatCouldNotBeDeleted) {
     EXPECT_OK(Add(L"a", "1"));
     EXPECT_OK(Add(L"b", "1"));
     EXPECT_TRUE(zip.Delete({0, 7}).Failed());
-    EXPECT_EQ(zip.Count(), 2U);
     Zip::Ids others = {9};
     EXPECT_OK(zip.Delete({7, 0, 0, 8}, others));
     EXPECT_EQ(others, (Zip::Ids{7, 8}));
@@ -150,7 +132,6 @@ TEST_F(ZipWrite, ReplaceAtGivesNewContentAndName) {
         const std::string text = "new " + std::to_string(round);
         EXPECT_OK(zip.ReplaceAt(0, folder.Write("n", text), round == 0 ? L"dir\\c" : L""));
         EXPECT_TRUE(zip.ReplaceAt(0, folder.Write("n", text), L"b").Failed());
-        EXPECT_EQ(Names(zip), (Wide{L"dir\\c", L"b"}));
         EXPECT_EQ(Content(zip, L"dir\\c"), text);
         ASSERT_OK(zip.Flush());
         EXPECT_EQ(Names(zip), (Wide{L"dir\\c", L"b"}));
@@ -170,36 +151,22 @@ TEST_F(ZipWrite, AddRefusesAtOnce) {
     EXPECT_TRUE(Add(L"dir/a", "2").Failed());
     EXPECT_OK(Add(L"DIR\\a", "names tell case apart"));
     EXPECT_EQ(zip.Add(folder / "missing", L"m").MessageId(), 20524U);
-    EXPECT_TRUE(zip.Add(lmw::test::WidePath(folder.Path()), L"folder").Failed());
+    EXPECT_TRUE(zip.Add(WidePath(folder.Path()), L"folder").Failed());
     for (const std::wstring& name :
          {std::wstring(), std::wstring(L"dir\\"), std::wstring(L"a\0b", 3), std::wstring(L"a\x1b"),
           std::wstring(65536, L'a')}) {
         EXPECT_EQ(Add(name, "1").MessageId(), 20521U) << name.size();
     }
     EXPECT_OK(Add(std::wstring(65535, L'a'), "the longest name"));
-    EXPECT_EQ(zip.Count(), 3U);
     ASSERT_OK(zip.Flush());
+    EXPECT_EQ(zip.Count(), 3U);
     EXPECT_EQ(Content(zip, std::wstring(65535, L'a')), "the longest name");
-}
-
-TEST_F(ZipWrite, ContentIsTakenAtOnce) {
-    Open();
-    EXPECT_OK(Add(L"small", "before"));
-    const std::string noise = Noise(2'000'000);
-    EXPECT_OK(Add(L"large", noise));
-    folder.Write("source", "after");
-    std::filesystem::remove(folder.Path() / "source");
-    ASSERT_OK(zip.Close());
-    Open();
-    EXPECT_EQ(Content(zip, L"small"), "before");
-    EXPECT_TRUE(Content(zip, L"large") == noise);
 }
 
 TEST_F(ZipWrite, EncryptedEntriesNeedTheirPassword) {
     const TestHost host;
     EXPECT_EQ(zip.Encrypt(L"x").MessageId(), 27578U);  // closed
     Open();
-    EXPECT_OK(Add(L"open", "readable"));
     EXPECT_OK(zip.Encrypt(L"sesame"));
     EXPECT_OK(Add(L"secret", "12.5 kPa"));
     EXPECT_OK(Add(L"none", ""));
@@ -207,41 +174,35 @@ TEST_F(ZipWrite, EncryptedEntriesNeedTheirPassword) {
     EXPECT_OK(Add(L"open again", "readable"));
     EXPECT_EQ(Content(zip, L"secret"), "12.5 kPa");  // pending, so plain here
     ASSERT_OK(zip.Close());
-    EXPECT_EQ(ReadFile(folder.Path() / "p.lwz").find("12.5"), std::string::npos);
+    EXPECT_EQ(folder.Read("p.lwz").find("12.5"), std::string::npos);
 
     Open();
-    EXPECT_EQ(Content(zip, L"open"), "readable");
     EXPECT_EQ(Content(zip, L"open again"), "readable");
-    EXPECT_TRUE(zip.IsEncrypted(1));
+    EXPECT_TRUE(zip.IsEncrypted(0));
     Zip::Bytes bytes(3);
-    const gtl::status without = zip.Extract(1, bytes);
+    const gtl::status without = zip.Extract(0, bytes);
     EXPECT_EQ(without.as_wstring().find(L"Error extracting file: secret. Cause: "), 0U);
     EXPECT_TRUE(bytes.empty());
     EXPECT_OK(zip.Encrypt(L"Sesame"));
-    EXPECT_TRUE(zip.Extract(1, bytes).Failed());
-    EXPECT_TRUE(zip.Test({2}).Failed());
+    EXPECT_TRUE(zip.Extract(0, bytes).Failed());
+    EXPECT_TRUE(zip.Test({1}).Failed());
+    // Rewriting the archive keeps the others as they are, without needing the password.
+    Reopen();
+    EXPECT_OK(Add(L"more", "m"));
+    Reopen();
     EXPECT_OK(zip.Encrypt(L"sesame"));
     EXPECT_EQ(Content(zip, L"secret"), "12.5 kPa");
     EXPECT_EQ(Content(zip, L"none"), "");
-    // Rewriting the archive keeps the others as they are, without needing the password.
-    ASSERT_OK(zip.Close());
-    Open();
-    EXPECT_OK(Add(L"more", "m"));
-    ASSERT_OK(zip.Close());
-    Open();
-    EXPECT_OK(zip.Encrypt(L"sesame"));
-    EXPECT_EQ(Content(zip, L"secret"), "12.5 kPa");
     const gtl::status unusable = zip.Encrypt(std::wstring(L"a\0b", 3));
     EXPECT_EQ(unusable.MessageId(), 27578U);
     EXPECT_EQ(unusable.Detail()->Arguments()[0], path);
 }
 
 TEST_F(ZipWrite, TraditionallyEncryptedEntriesSurviveARewrite) {
-    folder.Write("p.lwz", lmw::test::ArchiveData("traditional_password_sesame"));
+    folder.Write("p.lwz", ArchiveData("traditional_password_sesame"));
     Open();
     EXPECT_OK(Add(L"more", "m"));
-    ASSERT_OK(zip.Close());
-    Open();
+    Reopen();
     EXPECT_OK(zip.Encrypt(L"sesame"));
     EXPECT_EQ(Content(zip, L"secret.txt"), "pore pressure 12.5 kPa");
 }
@@ -255,9 +216,7 @@ TEST_F(ZipWrite, CommentsAreKeptToTheLongest) {
         ASSERT_OK(zip.SetComment(comment));
         EXPECT_EQ(zip.GetComment(), comment);
         ASSERT_OK(zip.Flush());
-        EXPECT_EQ(zip.GetComment(), comment);
-        EXPECT_EQ(Zip::GetComment(sys::file::MakeSharedFileInputStream(path)), comment);
-        EXPECT_EQ(zip.Count(), 1U);
+        EXPECT_EQ(Zip::GetComment(MakeSharedFileInputStream(path)), comment);
     }
     EXPECT_TRUE(zip.SetComment(std::wstring(65536, L'c')).Failed());
     EXPECT_TRUE(zip.SetComment(std::wstring(32768, L'\u00FC')).Failed());
@@ -266,14 +225,15 @@ TEST_F(ZipWrite, CommentsAreKeptToTheLongest) {
 }
 
 TEST_F(ZipWrite, GapsGoWhenTheModeSaysSo) {
-    const std::string gaps = lmw::test::ArchiveData("gaps");
+    const std::string gaps = ArchiveData("gaps");
     const auto size_after = [&](CompactMode::Type mode, auto work) {
         folder.Write("p.lwz", gaps);
         EXPECT_OK(zip.Open(path, mode));
         work();
+        const std::size_t flushed = folder.Read("p.lwz").size();
         EXPECT_OK(zip.Close());
-        EXPECT_EQ(doc::file::GetLwzVersion(MakeFileInputStream(path)).parts[0], 6);
-        return ReadFile(folder.Path() / "p.lwz").size();
+        EXPECT_TRUE(mode != CompactMode::OnFlush || flushed <= folder.Read("p.lwz").size());
+        return folder.Read("p.lwz").size();
     };
     const auto nothing = [] {};
     const auto flush = [&] { EXPECT_OK(zip.Flush()); };
@@ -281,20 +241,14 @@ TEST_F(ZipWrite, GapsGoWhenTheModeSaysSo) {
     EXPECT_EQ(size_after(CompactMode::Never, flush), gaps.size());
     EXPECT_EQ(size_after(CompactMode::Never, compact), gaps.size() - 5100);
     EXPECT_EQ(size_after(CompactMode::OnClose, nothing), gaps.size() - 5100);
-    EXPECT_EQ(size_after(CompactMode::OnFlush, nothing), gaps.size() - 5100);
-    std::uintmax_t flushed = 0;
-    size_after(CompactMode::OnFlush, [&] {
-        flush();
-        flushed = std::filesystem::file_size(folder.Path() / "p.lwz");
-    });
-    EXPECT_EQ(flushed, gaps.size() - 5100);
+    EXPECT_EQ(size_after(CompactMode::OnFlush, flush), gaps.size() - 5100);
 }
 
 TEST_F(ZipWrite, CancellingOrThrowingLeavesTheArchiveAndTheChanges) {
     Open();
     EXPECT_OK(Add(L"a", "1"));
     ASSERT_OK(zip.Flush());
-    const std::string before = ReadFile(folder.Path() / "p.lwz");
+    const std::string before = folder.Read("p.lwz");
     EXPECT_OK(Add(L"noise", Noise(2'000'000)));
     const Files pending =
         folder.Files();  // on Windows the scratch file can be seen while it is used
@@ -304,9 +258,8 @@ TEST_F(ZipWrite, CancellingOrThrowingLeavesTheArchiveAndTheChanges) {
     const gtl::status thrown =
         zip.Compact([](double) -> bool { throw std::runtime_error("no more"); });
     EXPECT_EQ(thrown.MessageId(), 20654U);
-    EXPECT_EQ(ReadFile(folder.Path() / "p.lwz"), before);
+    EXPECT_EQ(folder.Read("p.lwz"), before);
     EXPECT_EQ(folder.Files(), pending);
-    EXPECT_EQ(zip.Count(), 2U);
     double last = -1.0;
     EXPECT_OK(zip.Flush([&](double part_done) {
         EXPECT_GE(part_done, last);
@@ -320,7 +273,7 @@ TEST_F(ZipWrite, CancellingOrThrowingLeavesTheArchiveAndTheChanges) {
 }
 
 TEST_F(ZipWrite, ChangeByAnotherProgramIsNotOverwritten) {
-    const std::string theirs = lmw::test::ArchiveData("plain");
+    const std::string theirs = ArchiveData("plain");
     for (const bool while_writing : {false, true}) {
         SCOPED_TRACE(while_writing);
         Open();
@@ -344,11 +297,9 @@ TEST_F(ZipWrite, ChangeByAnotherProgramIsNotOverwritten) {
         }
         EXPECT_NE(result.as_wstring().find(L"changed it meanwhile"), std::wstring::npos);
         EXPECT_TRUE(zip.Close().Failed());
-        EXPECT_TRUE(zip.IsOpen());
         EXPECT_EQ(Content(zip, L"mine"), "1");
         zip.Discard();
-        EXPECT_FALSE(zip.IsOpen());
-        EXPECT_EQ(ReadFile(folder.Path() / "p.lwz"), theirs);
+        EXPECT_EQ(folder.Read("p.lwz"), theirs);
     }
 }
 
@@ -379,7 +330,7 @@ TEST_F(ZipWrite, FilesOfAnyAgeAreAdded) {
         folder.Write("source", "1");
         std::filesystem::last_write_time(
             source, std::filesystem::last_write_time(source) + std::chrono::hours(8766 * years));
-        EXPECT_OK(zip.Add(lmw::test::WidePath(source), std::to_wstring(years)));
+        EXPECT_OK(zip.Add(WidePath(source), std::to_wstring(years)));
     }
     ASSERT_OK(zip.Flush());
     EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
@@ -396,26 +347,24 @@ TEST_F(ZipWrite, OpenRefusesReadOnlyFilesEvenForTheSuperuser) {
     EXPECT_FALSE(zip.IsOpen());
     EXPECT_OK(zip.OpenReadOnly(MakeFileInputStream(path)));
     EXPECT_TRUE(zip.IsOpenReadOnly());
-    EXPECT_OK(zip.Close());
     std::filesystem::permissions(folder.Path() / "p.lwz", std::filesystem::perms::owner_all);
 }
 
 TEST_F(ZipWrite, OpenFailsWithTheReasonAndStaysClosed) {
     folder.Write("no.lwz", "this is no archive");
     EXPECT_EQ(zip.Open(folder / "no.lwz", CompactMode::Never).MessageId(), 20526U);
-    EXPECT_TRUE(zip.Open(lmw::test::WidePath(folder.Path()), CompactMode::Never).Failed());
+    EXPECT_TRUE(zip.Open(WidePath(folder.Path()), CompactMode::Never).Failed());
     EXPECT_TRUE(zip.Open(folder / "no-folder/p.lwz", CompactMode::Never).Failed());
     EXPECT_FALSE(zip.IsOpen());
-    EXPECT_EQ(ReadFile(folder.Path() / "no.lwz"), "this is no archive");
     EXPECT_EQ(folder.Files(), (Files{"no.lwz"}));
 }
 
 TEST_F(ZipWrite, ClosedAndReadOnlyArchivesRefuseChanges) {
-    const std::string plain = lmw::test::ArchiveData("plain");
+    const std::string plain = ArchiveData("plain");
     const std::wstring source = folder.Write("source", "1");
     for (const bool open : {false, true}) {
         if (open) {
-            ASSERT_OK(zip.OpenReadOnly(lmw::test::StreamOver(plain)));
+            ASSERT_OK(zip.OpenReadOnly(StreamOver(plain)));
         }
         EXPECT_TRUE(zip.Add(source, L"x").Failed());
         EXPECT_TRUE(zip.ReplaceAt(0, source, L"x").Failed());
@@ -480,10 +429,9 @@ TEST_F(ZipWrite, MoreEntriesThanSixteenBitsCount) {
     EXPECT_OK(zip.SetComment(L"8.1"));
     ASSERT_OK(zip.Flush());
     EXPECT_EQ(zip.Count(), kBefore + 10);
-    EXPECT_EQ(zip.GetName(kBefore - 1), L"75529");
     EXPECT_EQ(Content(zip, L"9"), "9");
     EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
-    EXPECT_EQ(doc::file::GetLwzVersion(sys::file::MakeSharedFileInputStream(path)).parts[1], 1);
+    EXPECT_EQ(doc::file::GetLwzVersion(MakeSharedFileInputStream(path)).parts[1], 1);
 }
 
 }  // namespace
