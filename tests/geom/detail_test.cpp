@@ -21,10 +21,24 @@ using Geom::Line2D;
 using Geom::Precision3D;
 using lmw::test::PropertyRandom;
 
+std::vector<std::uint32_t> AllOf(const std::vector<Line2D>& lines) {
+    std::vector<std::uint32_t> all(lines.size());
+    std::iota(all.begin(), all.end(), 0U);
+    return all;
+}
+
+std::vector<WideBox> BoxesOf(const std::vector<Line2D>& lines, const Precision3D& precision) {
+    std::vector<WideBox> boxes;
+    for (const Line2D& line : lines) {
+        boxes.push_back(
+            WideBoxOf(line.first, line.second, precision.halfEpsilon[0], precision.halfEpsilon[1]));
+    }
+    return boxes;
+}
+
 #if defined(__SIZEOF_INT128__)
 TEST(Int128, HalvesCalculateAsTheCompilersOwn) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     const auto number = [&] {
         const auto bits = static_cast<std::int64_t>(random.Engine()()) >> random.Integer(27, 63);
         return random.Chance(0.1) ? std::int64_t{random.Integer(-1, 1)} : bits;  // below 2^36
@@ -43,7 +57,6 @@ TEST(Int128, HalvesCalculateAsTheCompilersOwn) {
 
 TEST(SweepStatus, KeepsOrderAndNeighboursAsAVectorDoes) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     constexpr std::uint32_t kItems = 300;
     SweepStatus status(kItems);
     std::vector<std::uint32_t> plain;  // the same order, from below
@@ -83,9 +96,7 @@ TEST(SweepItems, EventsComeInTheOrderOfTheQueue) {
         }
         const Precision3D precision(3, 3, 3);
         const auto lines = family.make(random, 200, precision.halfEpsilon[0]);
-        std::vector<std::uint32_t> used(lines.size());
-        std::iota(used.begin(), used.end(), 0U);
-        const auto events = SweepItems(lines, used, precision).Events();
+        const auto events = SweepItems(lines, AllOf(lines), precision).Events();
         EXPECT_TRUE(std::is_sorted(events.begin(), events.end())) << family.name;
         EXPECT_EQ(Geom::impl::LineEventType::kStart, GetLineEventType2D(events.front()));
         EXPECT_EQ(Geom::impl::LineEventType::kEnd, GetLineEventType2D(events.back()));
@@ -100,20 +111,12 @@ TEST(SweepPairs, FindsNothingAmongSegmentsThatKeepTheirDistance) {  // property 
     for (int k = 0; k < 100; ++k) {  // diagonals in each other's boxes
         lines.push_back({{k * gap, -k * gap}, {k * gap + 9.0, 9.0 - k * gap}});
     }
-    std::vector<WideBox> boxes;
-    for (const Line2D& line : lines) {
-        boxes.push_back(
-            WideBoxOf(line.first, line.second, precision.halfEpsilon[0], precision.halfEpsilon[1]));
-    }
-    std::vector<std::uint32_t> used(lines.size());
-    std::iota(used.begin(), used.end(), 0U);
-    EXPECT_TRUE(SweepPairs(lines, boxes, used, precision).empty());
+    EXPECT_TRUE(SweepPairs(lines, BoxesOf(lines, precision), AllOf(lines), precision).empty());
 }
 
 /// Sparse ends, so that chains of equal ones form, reach across cells and break off.
 TEST(EndFilter, LeavesOutOnlyEndsThatChangeNoAnswer) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     const Precision3D precision(3, 3, 3);
     const double h = precision.halfEpsilon[0];
     int closed = 0;
@@ -163,14 +166,9 @@ TEST(PairGrid, GivesUpRatherThanWorkQuadratically) {
         fan.push_back({{10.0 * std::cos(angle), 10.0 * std::sin(angle)},
                        {5000.0 * std::cos(angle), 5000.0 * std::sin(angle)}});
     }
-    std::vector<WideBox> boxes;
-    for (const Line2D& line : fan) {
-        boxes.push_back(
-            WideBoxOf(line.first, line.second, precision.halfEpsilon[0], precision.halfEpsilon[1]));
-    }
-    std::vector<std::uint32_t> used(fan.size());
-    std::iota(used.begin(), used.end(), 0U);
     std::size_t visits = 0;
+    const auto boxes = BoxesOf(fan, precision);
+    const auto used = AllOf(fan);
     const bool all = PairGrid(fan, boxes, used, precision).ForPairs([&](auto, auto) {
         ++visits;
         return false;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace {
 
@@ -20,13 +21,7 @@ PointConstraint At(double x, double spacing, bool enforced = false) {
 }
 
 TEST(PointCount, FollowsTheMeanSpacing) {
-    struct Row {
-        const char* name;
-        PointConstraints constraints;
-        double default_spacing;
-        unsigned expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, PointConstraints, double, unsigned> rows[] = {
         {"equal", {At(0, 1), At(10, 1)}, 9, 11},
         {"one to three", {At(0, 1), At(10, 3)}, 9, 6},
         {"default replaces both", {At(0, kNotGiven), At(10, kNotGiven)}, 2, 6},
@@ -40,27 +35,22 @@ TEST(PointCount, FollowsTheMeanSpacing) {
         {"single", {At(0, 1)}, 9, 1},
         {"none", {}, 9, 0},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(row.expected,
-                  NumPtsFromPtConstraints(row.constraints, row.default_spacing, kPrecision))
-            << row.name;
+    for (const auto& [name, constraints, default_spacing, expected] : rows) {
+        EXPECT_EQ(expected, NumPtsFromPtConstraints(constraints, default_spacing, kPrecision))
+            << name;
     }
 }
 
 TEST(LineDiscretize, SharesPiecesByLargestRemainderAndKeepsTheMinima) {
-    struct Row {
-        unsigned divisions;
-        std::size_t first;  // pieces of [0, 4], of weight 4; those of [4, 10], of weight 6
-        std::size_t second;
-    };
-    for (const Row& row :
-         {Row{10, 4, 6}, Row{11, 4, 7}, Row{12, 5, 7}, Row{5, 2, 3}, Row{1, 1, 1}, Row{0, 1, 1}}) {
-        SCOPED_TRACE(row.divisions);
+    // Pieces of [0, 4], of weight 4, and of [4, 10], of weight 6.
+    const std::tuple<unsigned, unsigned, unsigned> rows[] = {
+        {10U, 4U, 6U}, {11U, 4U, 7U}, {12U, 5U, 7U}, {5U, 2U, 3U}, {1U, 1U, 1U}, {0U, 1U, 1U}};
+    for (const auto& [divisions, first, second] : rows) {
+        SCOPED_TRACE(divisions);
         std::vector<Point2D> out{{9, 9}};
-        ASSERT_TRUE(
-            LineDiscretize2D(out, {At(0, 1), At(4, 1), At(10, 1)}, row.divisions, kPrecision));
-        EXPECT_EQ(row.first + row.second + 1, out.size());
-        EXPECT_EQ(4.0, out[row.first].x);  // property 1
+        ASSERT_TRUE(LineDiscretize2D(out, {At(0, 1), At(4, 1), At(10, 1)}, divisions, kPrecision));
+        EXPECT_EQ(first + second + 1, out.size());
+        EXPECT_EQ(4.0, out[first].x);  // property 1
         EXPECT_EQ(10.0, out.back().x);
     }
     std::vector<Point2D> out;
@@ -90,7 +80,6 @@ TEST(LineDiscretize, GradesFromOneSpacingToTheOther) {
 
 TEST(LineDiscretize, BothDirectionsGiveTheSameBits) {  // property 2
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int k = 0; k < 500; ++k) {
         const auto point = [&] { return Point2D{random.Uniform(0, 100), random.Uniform(0, 100)}; };
         const auto spacing = [&] {
@@ -114,13 +103,7 @@ TEST(LineDiscretize, BothDirectionsGiveTheSameBits) {  // property 2
 
 TEST(LineDiscretize, ReportsWhatCannotBeDivided) {
     const Precision3D coarse(0, 0, 0);
-    struct Row {
-        const char* name;
-        PointConstraints constraints;
-        unsigned divisions;
-        const Precision3D& precision;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, PointConstraints, unsigned, const Precision3D&> rows[] = {
         {"none", {}, 4, kPrecision},
         {"one", {At(0, 1)}, 4, kPrecision},
         {"equal ends", {At(0, 1), At(0, 1)}, 4, kPrecision},
@@ -129,11 +112,10 @@ TEST(LineDiscretize, ReportsWhatCannotBeDivided) {
         {"points fall together", {At(0, 1), At(4, 1)}, 8, coarse},
         {"invalid end", {At(0, 1), {{}, {1, false}}}, 4, kPrecision},
     };
-    for (const Row& row : rows) {
+    for (const auto& [name, constraints, divisions, precision] : rows) {
         std::vector<Point2D> out{{1, 1}};
-        EXPECT_FALSE(LineDiscretize2D(out, row.constraints, row.divisions, row.precision))
-            << row.name;
-        EXPECT_TRUE(out.empty()) << row.name;
+        EXPECT_FALSE(LineDiscretize2D(out, constraints, divisions, precision)) << name;
+        EXPECT_TRUE(out.empty()) << name;
     }
 }
 

@@ -3,6 +3,7 @@
 #include "tests/geom/plain_scan.h"
 #include "tests/geom/segment_families.h"
 #include "tests/support/property_random.h"
+#include "tests/support/threads.h"
 
 #include <gtest/gtest.h>
 
@@ -10,18 +11,11 @@
 #include <cstdlib>
 #include <ostream>
 #include <string>
-#include <thread>
 
 namespace {
 
-using Geom::Line2D;
-using Geom::LineEvent2D;
-using Geom::Point2D;
-using Geom::Precision3D;
-using Geom::SweepLineImplForced;
-using lmw::test::ExpectSweepIsScan;
-using lmw::test::PropertyRandom;
-using lmw::test::SameEvents;
+using namespace Geom;
+using namespace lmw::test;
 
 using Lines = std::vector<Line2D>;
 using Events = std::vector<LineEvent2D>;
@@ -32,11 +26,10 @@ int Rounds() {
     return text != nullptr ? std::atoi(text) : 1;
 }
 
-class SweepIsScan : public testing::TestWithParam<lmw::test::SegmentFamily> {};
+class SweepIsScan : public testing::TestWithParam<SegmentFamily> {};
 
 TEST_P(SweepIsScan, OnSetsOfManySizes) {  // property 1
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     const auto expect = [&](std::size_t size, const Precision3D& precision) {
         SCOPED_TRACE(std::to_string(size) + " of decimals " +
                      std::to_string(precision.decimals[0]));
@@ -53,7 +46,7 @@ TEST_P(SweepIsScan, OnSetsOfManySizes) {  // property 1
             }
         }
         expect(30, Precision3D());
-        expect(lmw::test::kLargeSet, Precision3D(4, 4, 4));
+        expect(kLargeSet, Precision3D(4, 4, 4));
     }
 }
 
@@ -61,7 +54,7 @@ TEST(LineEvents, ThreeSegmentsThroughOnePointReportIdenticalBits) {  // property
     const Precision3D precision(3, 3, 3);
     const Lines lines{{{0, 0}, {3, 1}}, {{0, 1}, {3, 0}}, {{1.4999, -1}, {1.5002, 2}}};
     Events events;
-    Geom::LineCrossingEvents2D(events, lines, precision);
+    LineCrossingEvents2D(events, lines, precision);
     ASSERT_EQ(3U, events.size());
     for (const LineEvent2D& event : events) {
         EXPECT_TRUE(IsExactEqual2D(event.point, events[0].point));
@@ -71,17 +64,17 @@ TEST(LineEvents, ThreeSegmentsThroughOnePointReportIdenticalBits) {  // property
 TEST(LineEvents, AreAppendedAndPlaceholdersGiveNone) {  // property 3
     const Precision3D precision(3, 3, 3);
     Events events(1);
-    Geom::LineIntersectionEvents2D(events, {}, precision);
-    Geom::LineIntersectionEvents2D(events, Lines(30), precision);
-    Geom::LineIntersectionEvents2D(events, Lines(30), precision, SweepLineImplForced::kSweep);
+    LineIntersectionEvents2D(events, {}, precision);
+    LineIntersectionEvents2D(events, Lines(30), precision);
+    LineIntersectionEvents2D(events, Lines(30), precision, SweepLineImplForced::kSweep);
     EXPECT_EQ(1U, events.size());
     const Lines crossing{{{0, 0}, {2, 2}}, {}, {{0, 2}, {2, 0}}};
-    Geom::LineIntersectionEvents2D(events, crossing, precision);
+    LineIntersectionEvents2D(events, crossing, precision);
     ASSERT_EQ(2U, events.size());
     EXPECT_EQ(&crossing[2], events[1].second);
     // Under an unset tolerance, where everything is equal, as well.
     events.clear();
-    Geom::LineIntersectionEvents2D(events, Lines{{{0, 0}, {1, 1}}, {}, {}}, Precision3D());
+    LineIntersectionEvents2D(events, Lines{{{0, 0}, {1, 1}}, {}, {}}, Precision3D());
     EXPECT_TRUE(events.empty());
 }
 
@@ -95,19 +88,19 @@ TEST(LineEvents, AnOverlapsFarEndIsDroppedWhenItEndsBoth) {  // property 4
         ask(events, lines, precision, SweepLineImplForced::kChoose);
         return events.size();
     };
-    EXPECT_EQ(2U, count(Geom::LineIntersectionEvents2D, same));
-    EXPECT_EQ(1U, count(Geom::LineCoincidentEvents2D, same));
-    EXPECT_EQ(2U, count(Geom::LineCoincidentEvents2D, partial));
-    EXPECT_EQ(1U, count(Geom::LineCollisionEvents2D, partial));
-    EXPECT_EQ(0U, count(Geom::LineCrossingEvents2D, partial));
+    EXPECT_EQ(2U, count(LineIntersectionEvents2D, same));
+    EXPECT_EQ(1U, count(LineCoincidentEvents2D, same));
+    EXPECT_EQ(2U, count(LineCoincidentEvents2D, partial));
+    EXPECT_EQ(1U, count(LineCollisionEvents2D, partial));
+    EXPECT_EQ(0U, count(LineCrossingEvents2D, partial));
 }
 
 TEST(LineEvents, CollisionsSnapToTheCallersDatabase) {
     const Precision3D precision(0, 0, 0);
     const Lines lines{{{0, 0}, {4, 4}}, {{0, 4}, {4, 0}}};
-    const auto database = Geom::MakeGeometryDataBase(std::vector<Point2D>{{2.25, 2.25}}, precision);
+    const auto database = MakeGeometryDataBase(std::vector<Point2D>{{2.25, 2.25}}, precision);
     Events events;
-    Geom::LineCollisionEvents2D(events, lines, *database);
+    LineCollisionEvents2D(events, lines, *database);
     ASSERT_EQ(1U, events.size());
     EXPECT_EQ(2.25, events[0].point.x);
 }
@@ -118,7 +111,7 @@ TEST(LineEvents, DuplicatesGoAndTheFirstStays) {
     const Line2D* b = &lines[1];
     const Line2D* c = &lines[2];
     Events events{{{0, 0}, a, b}, {{0.4, 0}, b, a}, {{0, 0}, a, c}, {{1, 0}, a, b}, {{0, 0}, a, b}};
-    Geom::LineRemoveDuplicateEvents2D(events, Precision3D(0, 0, 0));
+    LineRemoveDuplicateEvents2D(events, Precision3D(0, 0, 0));
     ASSERT_EQ(3U, events.size());
     EXPECT_EQ(0.0, events[0].point.x);
     EXPECT_EQ(c, events[1].second);
@@ -128,29 +121,21 @@ TEST(LineEvents, DuplicatesGoAndTheFirstStays) {
 TEST(LineEvents, ManyThreadsMayAskAndDemandTheSweep) {
     PropertyRandom random;
     const Precision3D precision(3, 3, 3);
-    const Lines lines = lmw::test::SegmentFamilies()[0].make(random, 300, 1e-3);
+    const Lines lines = SegmentFamilies()[0].make(random, 300, 1e-3);
     Events expected;
-    Geom::LineIntersectionEvents2D(expected, lines, precision);
-    std::vector<std::thread> threads;
-    std::vector<int> same(4, 0);
-    for (std::size_t t = 0; t < same.size(); ++t) {
-        threads.emplace_back([&, t] {
-            for (int k = 0; k < 5; ++k) {
-                SetSweepDemand(t % 2 == 0 ? Geom::SweepDemand::kOn : Geom::SweepDemand::kOff);
-                Events events;
-                Geom::LineIntersectionEvents2D(events, lines, precision);
-                same[t] += SameEvents(expected, events) ? 1 : 0;
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    SetSweepDemand(Geom::SweepDemand::kOff);
-    EXPECT_EQ(std::vector<int>(4, 5), same);
+    LineIntersectionEvents2D(expected, lines, precision);
+    InThreads(4, [&](std::size_t t) {
+        for (int k = 0; k < 5; ++k) {
+            SetSweepDemand(t % 2 == 0 ? SweepDemand::kOn : SweepDemand::kOff);
+            Events events;
+            LineIntersectionEvents2D(events, lines, precision);
+            EXPECT_TRUE(SameEvents(expected, events));
+        }
+    });
+    SetSweepDemand(SweepDemand::kOff);
 }
 
-INSTANTIATE_TEST_SUITE_P(Families, SweepIsScan, testing::ValuesIn(lmw::test::SegmentFamilies()),
+INSTANTIATE_TEST_SUITE_P(Families, SweepIsScan, testing::ValuesIn(SegmentFamilies()),
                          [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace

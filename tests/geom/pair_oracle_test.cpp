@@ -11,8 +11,7 @@
 namespace {
 
 using namespace Geom;
-using lmw::test::Exact;
-using lmw::test::PropertyRandom;
+using namespace lmw::test;
 
 /// The pair test step by step from the public primitives, without any short cut.
 class PlainPair {
@@ -142,8 +141,7 @@ void ExpectPlainAnswer(const Line2D& a, const Line2D& b, const Precision3D& prec
 
 TEST(PairOracle, TheShortCutsChangeNoAnswer) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
-    for (const auto& family : lmw::test::SegmentFamilies()) {
+    for (const auto& family : SegmentFamilies()) {
         SCOPED_TRACE(family.name);
         for (const Precision3D& precision :
              {Precision3D(3, 3, 3), Precision3D(1, 6, 3), Precision3D(15, 15, 15)}) {
@@ -161,7 +159,6 @@ TEST(PairOracle, TheShortCutsChangeNoAnswer) {
 /// coordinates: here a short cut with too little allowance would show.
 TEST(PairOracle, TheShortCutsAllowForRounding) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int k = 0; k < 60000; ++k) {
         const double size = random.LogUniform(1e-6, 1e6);
         const double offset = random.Chance(0.5) ? 0.0 : random.LogUniform(1.0, 1e8) * size;

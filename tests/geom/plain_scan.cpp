@@ -17,12 +17,7 @@ namespace lmw::test {
 
 namespace {
 
-using Geom::Line2D;
-using Geom::LineEvent2D;
-using Geom::Point2D;
-using Geom::Precision3D;
-using Geom::SweepLineImplForced;
-
+using namespace Geom;
 using Lines = std::vector<Line2D>;
 using Events = std::vector<LineEvent2D>;
 using Ask = void (*)(Events&, const Lines&, const Precision3D&, SweepLineImplForced::Type);
@@ -37,10 +32,10 @@ struct Question {
 };
 
 const Question kQuestions[] = {
-    {"intersection", Kind::kIntersection, Geom::LineIntersectionEvents2D},
-    {"coincident", Kind::kCoincident, Geom::LineCoincidentEvents2D},
-    {"crossing", Kind::kCrossing, Geom::LineCrossingEvents2D},
-    {"collision", Kind::kCollision, Geom::LineCollisionEvents2D},
+    {"intersection", Kind::kIntersection, LineIntersectionEvents2D},
+    {"coincident", Kind::kCoincident, LineCoincidentEvents2D},
+    {"crossing", Kind::kCrossing, LineCrossingEvents2D},
+    {"collision", Kind::kCollision, LineCollisionEvents2D},
 };
 
 bool IsEndOf(const Point2D& p, const Line2D& line, const Precision3D& precision) {

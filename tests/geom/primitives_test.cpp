@@ -11,9 +11,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <tuple>
 
 namespace {
 
@@ -50,20 +53,18 @@ TEST(Precision, DecimalsGiveTheNearestPowerOfTen) {  // Precision3D 2
 }
 
 TEST(Precision, ScalingKeepsTheEpsilonAndTruncatesItsDecimals) {  // Precision3D 3
-    struct Row {
-        int decimals;
-        double factor;
-        double epsilon;
-        int expected;
-    };
-    for (const Row& row : {Row{3, 2.0, 0.002, 2}, Row{3, 1.0, 0.001, 2}, Row{3, 4.0, 0.004, 1},
-                           Row{0, 5.0, 5.0, -1}, Row{-2, 1.0, 100.0, -2}}) {
-        SCOPED_TRACE(row.factor);
-        Precision3D precision(row.decimals, row.decimals, row.decimals);
-        precision.ScaleEpsilon(row.factor);
-        EXPECT_EQ(row.epsilon, precision.epsilon[0]);
-        EXPECT_EQ(row.epsilon * 0.5, precision.halfEpsilon[0]);
-        EXPECT_EQ(row.expected, precision.decimals[0]);
+    const std::tuple<int, double, double, int> rows[] = {{3, 2.0, 0.002, 2},
+                                                         {3, 1.0, 0.001, 2},
+                                                         {3, 4.0, 0.004, 1},
+                                                         {0, 5.0, 5.0, -1},
+                                                         {-2, 1.0, 100.0, -2}};
+    for (const auto& [decimals, factor, epsilon, expected] : rows) {
+        SCOPED_TRACE(factor);
+        Precision3D precision(decimals, decimals, decimals);
+        precision.ScaleEpsilon(factor);
+        EXPECT_EQ(epsilon, precision.epsilon[0]);
+        EXPECT_EQ(epsilon * 0.5, precision.halfEpsilon[0]);
+        EXPECT_EQ(expected, precision.decimals[0]);
     }
     Precision3D unset;
     unset.ScaleEpsilon(0.5);
@@ -75,19 +76,18 @@ TEST(Precision, ScalingKeepsTheEpsilonAndTruncatesItsDecimals) {  // Precision3D
 }
 
 TEST(Precision, OfExtentsKeepsSevenDigitsAndAtMostSevenDecimals) {
-    struct Row {
-        double magnitude;
-        int decimals;
-    };
-    for (const Row& row :
-         {Row{0.0, 7}, Row{0.02, 7}, Row{1.0, 7}, Row{9.9999, 7}, Row{9.99996, 6}, Row{123.0, 5},
-          Row{5e6, 1}, Row{4e9, -2}, Row{std::numeric_limits<double>::max(), 7},
-          Row{std::numeric_limits<double>::infinity(), 7}}) {
-        SCOPED_TRACE(row.magnitude);
-        const Precision3D precision = ComputePrecisionOfExtents({-row.magnitude, 0.0, 0.0, 1e5});
-        EXPECT_EQ(row.decimals, precision.decimals[0]);
+    const double infinity = std::numeric_limits<double>::infinity();
+    const std::pair<double, int> rows[] = {
+        {0.0, 7},     {0.02, 7},    {1.0, 7},
+        {9.9999, 7},  {9.99996, 6}, {123.0, 5},
+        {5e6, 1},     {4e9, -2},    {std::numeric_limits<double>::max(), 7},
+        {infinity, 7}};
+    for (const auto& [magnitude, decimals] : rows) {
+        SCOPED_TRACE(magnitude);
+        const Precision3D precision = ComputePrecisionOfExtents({-magnitude, 0.0, 0.0, 1e5});
+        EXPECT_EQ(decimals, precision.decimals[0]);
         EXPECT_EQ(2, precision.decimals[1]);
-        EXPECT_EQ(std::min(row.decimals, 2), precision.decimals[2]);
+        EXPECT_EQ(std::min(decimals, 2), precision.decimals[2]);
     }
     EXPECT_EQ(Precision3D(7, 7, 7), ComputePrecisionOfExtents({}));
 }
@@ -102,21 +102,18 @@ TEST(Precision, OfRangesKeepsTheDigitsAskedForWithoutALimit) {
 
 TEST(Precision, RoundingGivesTheDoubleNearestToTheRoundedText) {
     const RoundCache cache(Precision3D(2, -2, 0));
-    struct Row {
-        double x;
-        double expected;
-    };
-    for (const Row& row :
-         {Row{1.005, 1.0}, Row{1.015, 1.01}, Row{0.125, 0.12}, Row{-2.675, -2.67}, Row{1e22, 1e22},
-          Row{0.004, 0.0}, Row{0.006, 0.01}, Row{-1e-300, 0.0}, Row{99.999, 100.0}}) {
-        SCOPED_TRACE(row.x);
-        EXPECT_EQ(row.expected, cache.Round(row.x, 0));
-        EXPECT_FALSE(std::signbit(cache.Round(row.x, 0)) && row.expected == 0.0);
+    const std::pair<double, double> on_x[] = {{1.005, 1.0},    {1.015, 1.01},  {0.125, 0.12},
+                                              {-2.675, -2.67}, {1e22, 1e22},   {0.004, 0.0},
+                                              {0.006, 0.01},   {-1e-300, 0.0}, {99.999, 100.0}};
+    for (const auto& [x, expected] : on_x) {
+        SCOPED_TRACE(x);
+        EXPECT_EQ(expected, cache.Round(x, 0));
+        EXPECT_FALSE(std::signbit(cache.Round(x, 0)) && expected == 0.0);
     }
-    for (const Row& row : {Row{149.999, 100.0}, Row{150.5, 200.0}, Row{50.0, 0.0}, Row{51.0, 100.0},
-                           Row{-4.0, 0.0}, Row{-99.0, -100.0}}) {
-        SCOPED_TRACE(row.x);
-        EXPECT_EQ(row.expected, cache.Round(row.x, 1));
+    const std::pair<double, double> on_y[] = {{149.999, 100.0}, {150.5, 200.0}, {50.0, 0.0},
+                                              {51.0, 100.0},    {-4.0, 0.0},    {-99.0, -100.0}};
+    for (const auto& [x, expected] : on_y) {
+        EXPECT_EQ(expected, cache.Round(x, 1)) << x;
     }
     Point2D invalid;
     RoundClean(invalid, cache);
@@ -256,7 +253,6 @@ INSTANTIATE_TEST_SUITE_P(Rows, PairTest, testing::ValuesIn(kPairs),
 
 TEST(PairTest, ReportedPointsLieOnBothSegments) {  // LineIntersection2D 1
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     int met = 0;
     for (int k = 0; k < 20000; ++k) {
         const double size = random.LogUniform(1e-2, 1e3);
@@ -296,25 +292,21 @@ TEST(PairTest, InfiniteLinesCrossUnlessParallel) {
 TEST(Circle, MeetsALineInTwoOneOrNoPoints) {
     const Circle2D circle{{1, 1}, 5};
     fixed_vector<Point2D, 2> out;
-    CircleInfLineIntersection2D(out, circle, {{0, 4}, {1, 4}}, kPrecision);
-    ASSERT_EQ(2U, out.size());
+    const auto met_by_line = [&](const Point2D& a, const Point2D& b) {
+        CircleInfLineIntersection2D(out, circle, {a, b}, kPrecision);
+        return out.size();
+    };
+    ASSERT_EQ(2U, met_by_line({0, 4}, {1, 4}));
     ExpectPoint({-3, 4}, out[0]);
     ExpectPoint({5, 4}, out[1]);
     for (const double shift : {-0.9, 0.0, 0.9}) {  // tangent within tolerance
-        CircleInfLineIntersection2D(out, circle, {{0, 6 + shift * kH}, {1, 6 + shift * kH}},
-                                    kPrecision);
-        ASSERT_EQ(1U, out.size());
+        ASSERT_EQ(1U, met_by_line({0, 6 + shift * kH}, {1, 6 + shift * kH}));
         ExpectPoint({1, 6 + shift * kH}, out[0]);
     }
-    CircleInfLineIntersection2D(out, circle, {{0, 6 + 1.1 * kH}, {1, 6 + 1.1 * kH}}, kPrecision);
-    EXPECT_TRUE(out.empty());
-    CircleInfLineIntersection2D(out, circle, {{-9, 1}, {9, 1}}, kPrecision);  // through the centre
-    EXPECT_EQ(2U, out.size());
-    CircleInfLineIntersection2D(out, circle, {{4, 5}, {4, 5}},
-                                kPrecision);  // a point on the circle
-    EXPECT_EQ(1U, out.size());
-    CircleInfLineIntersection2D(out, circle, {{1, 5}, {1, 5}}, kPrecision);
-    EXPECT_TRUE(out.empty());
+    EXPECT_EQ(0U, met_by_line({0, 6 + 1.1 * kH}, {1, 6 + 1.1 * kH}));
+    EXPECT_EQ(2U, met_by_line({-9, 1}, {9, 1}));  // through the centre
+    EXPECT_EQ(1U, met_by_line({4, 5}, {4, 5}));   // a point on the circle
+    EXPECT_EQ(0U, met_by_line({1, 5}, {1, 5}));
     CircleLineIntersection2D(out, circle, {{0, 4}, {9, 4}}, kPrecision);
     ASSERT_EQ(1U, out.size());
     ExpectPoint({5, 4}, out[0]);
@@ -333,7 +325,6 @@ TEST(Turn, LeftIsMinusOne) {
 
 TEST(Turn, CollinearityDoesNotDependOnTheOrder) {  // VectorTurn2D 1
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int k = 0; k < 5000; ++k) {
         const auto value = [&] { return 0.4 * kH * random.Integer(-6, 6); };
         const Point2D p{value(), value()};
@@ -342,12 +333,12 @@ TEST(Turn, CollinearityDoesNotDependOnTheOrder) {  // VectorTurn2D 1
         const auto collinear = [](const Point2D& o, const Point2D& a, const Point2D& b) {
             return VectorTurn2D(o, a, b, kPrecision) == TurnOrientation::kCollinear;
         };
+        const Point2D* order[] = {&p, &q, &r};
+        std::sort(std::begin(order), std::end(order));
         const bool expected = collinear(p, q, r);
-        EXPECT_EQ(expected, collinear(p, r, q));
-        EXPECT_EQ(expected, collinear(q, p, r));
-        EXPECT_EQ(expected, collinear(q, r, p));
-        EXPECT_EQ(expected, collinear(r, p, q));
-        EXPECT_EQ(expected, collinear(r, q, p));
+        while (std::next_permutation(std::begin(order), std::end(order))) {
+            EXPECT_EQ(expected, collinear(*order[0], *order[1], *order[2]));
+        }
     }
 }
 
@@ -400,9 +391,7 @@ TEST(Polygon, OpenAndClosedRingsAreTheSame) {
 }
 
 TEST(Primitives, AllocateNothing) {
-    if (!lmw::test::CountsLibraryAllocations()) {
-        GTEST_SKIP() << "the library's allocations are not counted on this platform";
-    }
+    LMW_SKIP_UNCOUNTED_ALLOCATIONS();
     const auto allocations = lmw::test::AllocationsOf([] {
         Point2D p0;
         Point2D p1;
