@@ -2,22 +2,29 @@
 // making, many threads at once, spans.
 
 #include "common/math/curve_construction.h"
+#include "common/math/tail_type.h"
+#include "common/math/tolerance.h"
 #include "common/sys/floating_point.h"
 
 #include "tests/math/curve_support.h"
 #include "tests/support/allocation_counter.h"
+#include "tests/support/threads.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
 #include <string>
-#include <thread>
+#include <tuple>
 
 namespace {
 
 using namespace lmw::test;
 using lmw::kUndefined;
+using math::algorithm::Tolerance;
+using math::fn::TailType;
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr std::array kHostile = {kNan,   HUGE_VAL,   -HUGE_VAL,   0.0,    -0.0, 1e308,
@@ -103,9 +110,7 @@ TEST(PreparedCurve, WithNoOrOnePointNeedsNoPreparation) {
 }
 
 TEST(AnyCurve, EvaluatesWithoutAllocating) {
-    if (!CountsLibraryAllocations()) {
-        GTEST_SKIP() << "allocations of the library are not seen on this platform";
-    }
+    LMW_SKIP_UNCOUNTED_ALLOCATIONS();
     std::array<double, kHostile.size()> results{};
     ForEveryCurve([&](const auto& curve, const std::string& name) {
         EXPECT_EQ(AllocationsOf([&] {
@@ -127,13 +132,11 @@ TEST(AnyCurve, RaisesNoExceptionForArgumentsOutsideTheNumbers) {
         for (const double x : {kNan, HUGE_VAL, -HUGE_VAL, 0.0, 1e17, -1e17}) {
             sys::ClearFloatingPointFlags();
             (void)curve(x);
-            EXPECT_EQ(sys::FloatingPointFlags() & kSerious, 0U) << name << " value " << x;
             (void)curve.DyDx(x, kTolerance);
-            EXPECT_EQ(sys::FloatingPointFlags() & kSerious, 0U) << name << " slope " << x;
             for (const double from : {0.5, kNan, -HUGE_VAL}) {
                 (void)curve.Integrate(from, x, kTolerance);
-                EXPECT_EQ(sys::FloatingPointFlags() & kSerious, 0U) << name << " integral " << x;
             }
+            EXPECT_EQ(sys::FloatingPointFlags() & kSerious, 0U) << name << " at " << x;
         }
     });
 }
@@ -193,19 +196,58 @@ TEST(AnyCurve, ServesManyThreadsAtOnce) {
             return total;
         };
         const double expected = sum();
-        std::array<double, 4> totals{};
-        std::vector<std::thread> threads;
-        for (double& total : totals) {
-            threads.emplace_back([&total, &sum] { total = sum(); });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
-        EXPECT_EQ(std::count(totals.begin(), totals.end(), expected), 4);
+        InThreads(4, [&](std::size_t) { EXPECT_EQ(sum(), expected); });
     };
     serve(MakeStep(kPoints, TailType::Calc(), TailType::Cycle()));
     serve(MakeLinear(kPoints, TailType::Calc(), TailType::Calc()));
     serve(MakeSpline(kPoints, 50, 40, TailType::None(), TailType::Cycle()));
+}
+
+TEST(TailType, StoresReservedDoublesAndReadsItsOwnText) {
+    const std::tuple<TailType, double, const wchar_t*> rows[] = {
+        {TailType(), 0.0, L"0"},
+        {TailType::None(), 1.7976931348623157e308, L"None"},
+        {TailType::Calc(), 1.1e308, L"Calc"},
+        {TailType::Cycle(), -1.7976931348623157e308, L"Cycle"},
+        {TailType::Slope(-2.5), -2.5, L"-2.5"},
+        {TailType::Slope(1.1e308), 1.1e308, L"Calc"},  // a slope of a reserved value is that tail
+        {TailType::Slope(-1.1e308), -1.1e308, L"-1.1e+308"},
+    };
+    for (const auto& [tail, value, text] : rows) {
+        EXPECT_EQ(tail.value, value);
+        EXPECT_EQ(str::as_wstring(tail), text);
+        TailType read = TailType::Slope(77.0);
+        EXPECT_TRUE(str::from_wstring(text, read).Succeeded());
+        EXPECT_EQ(read, tail);
+    }
+    EXPECT_EQ(TailType(), TailType::Slope(0.0));
+    EXPECT_NE(TailType::Calc(), TailType::Slope(std::nextafter(1.1e308, 0.0)));
+}
+
+TEST(TailType, ReadsWordsOnlyInTheirOwnCaseAndElseNumbers) {
+    for (const wchar_t* text : {L"none", L"CALC", L"cycle", L"Calc ", L"", L"1.5x"}) {
+        TailType tail = TailType::Slope(77.0);
+        EXPECT_TRUE(str::from_wstring(text, tail).Failed()) << text;
+        EXPECT_EQ(tail, TailType::Slope(77.0)) << "untouched on failure";
+    }
+    TailType tail;
+    EXPECT_TRUE(str::from_wstring(L"1.7976931348623157e308", tail).Succeeded());
+    EXPECT_EQ(tail, TailType::None());
+}
+
+TEST(Tolerance, ComparesFifteenDigitsOfTheLargestMagnitude) {
+    const Tolerance<double> plain;
+    EXPECT_TRUE(plain.Equal(0.1 + 0.2, 0.3));
+    EXPECT_TRUE(plain.Equal(1000.1 + 0.2, 1000.3));
+    EXPECT_FALSE(plain.Equal(1.0, 1.00000000000001));
+    EXPECT_FALSE(plain.Equal(1e-20, 2e-20));
+    EXPECT_TRUE(Tolerance<double>(-1.0).Equal(1e-20, 2e-20)) << "beneath the reference's digits";
+    EXPECT_TRUE(Tolerance<double>(1.0, 3).Equal(1.0, 1.0009));
+    EXPECT_TRUE(plain.GreaterOrEqual(0.3, 0.1 + 0.2));
+    EXPECT_FALSE(plain.GreaterOrEqual(0.3, 0.4));
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_FALSE(plain.Equal(nan, nan));
+    EXPECT_FALSE(plain.GreaterOrEqual(nan, 0.0));
 }
 
 }  // namespace

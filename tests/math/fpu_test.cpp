@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -48,19 +49,17 @@ TEST_F(FloatingPointControl, TestKeepsTheFlagsAndClearDoesNot) {
 }
 
 TEST_F(FloatingPointControl, SetsAreAskedAndNamedByBit) {
-    struct Row {
-        unsigned bits;
-        const char* names;
-        bool (Exception::*asked)() const noexcept;
-    };
-    for (const Row& row :
-         {Row{1, "inexact", &Exception::IsInExact}, Row{2, "underflow", &Exception::IsUnderflow},
-          Row{4, "overflow", &Exception::IsOverflow},
-          Row{8, "zero divide", &Exception::IsZeroDivide},
-          Row{16, "invalid", &Exception::IsInvalid}}) {
-        EXPECT_TRUE((Exception(row.bits).*row.asked)()) << row.names;
-        EXPECT_FALSE((Exception(31 & ~row.bits).*row.asked)()) << row.names;
-        EXPECT_STREQ(str::as_cstring(Exception(row.bits)), row.names);
+    using Ask = bool (Exception::*)() const noexcept;
+    const std::tuple<unsigned, const char*, Ask> rows[] = {
+        {1U, "inexact", &Exception::IsInExact},
+        {2U, "underflow", &Exception::IsUnderflow},
+        {4U, "overflow", &Exception::IsOverflow},
+        {8U, "zero divide", &Exception::IsZeroDivide},
+        {16U, "invalid", &Exception::IsInvalid}};
+    for (const auto& [bits, name, asked] : rows) {
+        EXPECT_TRUE((Exception(bits).*asked)()) << name;
+        EXPECT_FALSE((Exception(31 & ~bits).*asked)()) << name;
+        EXPECT_STREQ(str::as_cstring(Exception(bits)), name);
     }
     EXPECT_FALSE(Exception(3).IsError(28));
     EXPECT_TRUE(Exception(7).IsError(28));

@@ -13,8 +13,7 @@
 
 namespace {
 
-using lmw::test::Exact;
-using lmw::test::PropertyRandom;
+using namespace lmw::test;
 using math::fn::QuadraticEqn;
 
 constexpr double kTolerance = 1e-20;
@@ -78,7 +77,6 @@ TEST(QuadraticEqn, SolvesKnownEquations) {
 // The order of the roots is that of the formula, their values those of the factors.
 TEST(QuadraticEqn, FindsTheRootsOfFactorsOfAnySize) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int i = 0; i < 20000; ++i) {
         const double large = random.SignedLogUniform(1e-120, 1e120);
         const double small = large * random.SignedLogUniform(1e-25, 0.5);
@@ -94,7 +92,6 @@ TEST(QuadraticEqn, FindsTheRootsOfFactorsOfAnySize) {
 // The inline path and the path for extreme sizes are one function: a power of two changes nothing.
 TEST(QuadraticEqn, PowersOfTwoOfTheCoefficientsAndTheUnknownChangeNothing) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int i = 0; i < 20000; ++i) {
         const double a = random.SignedLogUniform(1e-3, 1e3);
         const double b = random.SignedLogUniform(1e-3, 1e3);

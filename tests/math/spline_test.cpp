@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -59,7 +60,6 @@ TEST(SplineCurve, PassesThroughItsPointsWithOneSlopeAtEach) {
 // Property 1 of the header.
 TEST(SplineCurve, StaysMonotoneBetweenItsPointsAndStraightAtEveryTensionAndSmoothing) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int round = 0; round < 400; ++round) {
         Points points = RandomPoints(random, random.Integer(2, 12));
         const bool straight = round % 4 == 0;
@@ -95,7 +95,6 @@ TEST(SplineCurve, StaysMonotoneBetweenItsPointsAndStraightAtEveryTensionAndSmoot
 
 TEST(SplineCurve, DerivativesAndIntegralsAgreeWithThePlainOnes) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int round = 0; round < 200; ++round) {
         const Points points = RandomPoints(random, random.Integer(2, 40));
         const bool cyclic = random.Chance(0.5);
@@ -145,19 +144,15 @@ TEST(SplineCurve, SmoothIsWhatItsFormulaSays) {
 }
 
 TEST(SplineCurve, ACycleWithTensionIsSmoothWhereItRepeats) {
-    struct Row {
-        int points;
-        std::size_t breakpoints;
-    };
-    for (const Row row : {Row{3, 9}, Row{10, 30}, Row{11, 31}, Row{25, 45}}) {
+    for (const auto& [count, breakpoints] : {std::pair{3, 9U}, {10, 30U}, {11, 31U}, {25, 45U}}) {
         Points points;
-        for (int i = 0; i < row.points; ++i) {
-            const double phase = 6.283185307179586 * i / row.points;
+        for (int i = 0; i < count; ++i) {
+            const double phase = 6.283185307179586 * i / count;
             points.push_back({100.0 + i, std::sin(phase) + 0.3 * std::cos(2.0 * phase)});
         }
-        const double period = row.points;
+        const double period = count;
         const Spline spline = MakeSpline(points, 100, 60, kNone, kCycle, period);
-        EXPECT_EQ(spline.GetCoefficients().size(), 4 * (row.breakpoints - 1));
+        EXPECT_EQ(spline.GetCoefficients().size(), 4 * (breakpoints - 1));
         EXPECT_EQ(spline.NumberOfDataPoints(), points.size());
         EXPECT_EQ(spline.Min(), 100.0);
         EXPECT_EQ(spline.Max(), points.back().x);

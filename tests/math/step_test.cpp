@@ -3,6 +3,7 @@
 #include "tests/math/curve_support.h"
 
 #include <cmath>
+#include <tuple>
 
 namespace {
 
@@ -13,17 +14,10 @@ using math::fn::interpolate::Beyond;
 const Points kStairs = {{1.0, 10.0}, {2.0, 20.0}, {4.0, 40.0}};
 
 TEST(StepCurve, HasItsTailRulesInTheirOrder) {
-    struct Row {
-        const char* why;
-        TailType before;
-        TailType after;
-        double x;
-        double expected;
-    };
     const TailType none = TailType::None();
     const TailType calc = TailType::Calc();
     const TailType cycle = TailType::Cycle();
-    const Row rows[] = {
+    const std::tuple<const char*, TailType, TailType, double, double> rows[] = {
         {"the first point is data", none, none, 1.0, 10.0},
         {"a value holds up to the next point", none, none, std::nextafter(2.0, 0.0), 10.0},
         {"and not including it", none, none, 2.0, 20.0},
@@ -37,8 +31,8 @@ TEST(StepCurve, HasItsTailRulesInTheirOrder) {
         {"a level slope at infinity", none, TailType(), HUGE_VAL, 40.0},
         {"a cycle at infinity", none, cycle, HUGE_VAL, kUndefined},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(MakeStep(kStairs, row.before, row.after)(row.x), row.expected) << row.why;
+    for (const auto& [why, before, after, x, expected] : rows) {
+        EXPECT_EQ(MakeStep(kStairs, before, after)(x), expected) << why;
     }
     EXPECT_TRUE(std::isnan(MakeStep(kStairs, calc, calc)(std::nan(""))));
 }
@@ -95,7 +89,6 @@ double PlainStep(const Points& points, double x) {
 
 TEST(StepCurve, PreparedAgreesWithUnpreparedAndLinearSearch) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int round = 0; round < 300; ++round) {
         Points points = RandomPoints(random, random.Integer(2, 40));
         if (random.Chance(0.3)) {
@@ -106,9 +99,7 @@ TEST(StepCurve, PreparedAgreesWithUnpreparedAndLinearSearch) {
         step.UpdateCalculatedValues();
         for (int i = 0; i < 50; ++i) {
             const double x = random.Chance(0.2)
-                                 ? points[static_cast<std::size_t>(random.Integer(
-                                              0, static_cast<int>(points.size()) - 1))]
-                                       .x
+                                 ? random.Pick(points).x
                                  : random.Uniform(points.front().x - 1.0, points.back().x + 1.0);
             EXPECT_EQ(step(x), PlainStep(points, x)) << Exact(x);
             EXPECT_EQ(unprepared(x), step(x)) << Exact(x);
@@ -121,7 +112,6 @@ TEST(StepCurve, PreparedAgreesWithUnpreparedAndLinearSearch) {
 
 TEST(StepCurve, UnorderedPointsGiveSomeValueOfTheirs) {
     PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int round = 0; round < 300; ++round) {
         Points points;
         for (int i = random.Integer(1, 9); i > 0; --i) {
@@ -159,7 +149,6 @@ TEST(StepCurve, IntegratesCyclesAsTheRepeatedPieces) {
         const Step step = MakeStep(kStairs, TailType::None(), TailType::Cycle(), period);
         const double length = step.GetFunctionPeriodForCalculation();
         PropertyRandom random;
-        SCOPED_TRACE(random.Trace());
         for (int i = 0; i < 200; ++i) {
             const double a = random.Uniform(1.0, 20.0);
             const double b = a + random.Uniform(0.0, 30.0);
