@@ -4,13 +4,19 @@
 
 #include "common/fn/attributes.h"
 #include "common/fn/chained_attribute_dictionary.h"
+#include "common/fn/fn_attr.h"
 #include "common/fn/fn_curves.h"
+#include "common/fn/fn_error.h"
 
 #include "tests/fn/test_kinds.h"
+#include "tests/support/test_host.h"
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -57,14 +63,11 @@ TEST(AttributeDictionary, AnswersNothingForWhatItDoesNotHave) {
         EXPECT_FALSE(dictionary.IsEditableByAttributeID(id));
         EXPECT_EQ(dictionary.ValueOf(nullptr, id, &value).MessageId(), 21638U);
         EXPECT_EQ(dictionary.SetValueOf(nullptr, id, &value).MessageId(), 21638U);
-        EXPECT_EQ(dictionary.PersistedValueOf(nullptr, id, &value).MessageId(), 21638U);
-        EXPECT_EQ(dictionary.SetPersistedValueOf(nullptr, id, &value).MessageId(), 21638U);
         EXPECT_EQ(value, 7.0);
     }
     EXPECT_EQ(dictionary.AttributeIDOf("another"), kNoAttribute);
     EXPECT_EQ(dictionary.AttributeIDOf(""), kNoAttribute);
     EXPECT_EQ(dictionary.AttributeIDOf(DataParamType::Null), kNoAttribute);
-    EXPECT_EQ(dictionary.AttributeIDOf(DataParamType::PorePressure), kNoAttribute);
 }
 
 TEST(AttributeDictionary, PutsOwnAttributesAfterThoseOfItsBase) {
@@ -211,7 +214,6 @@ TEST_F(Chain, MayHaveANameOfItsOwnAndNoOuterDictionary) {
     EXPECT_EQ(chain_.TypeByAttributeID(0), storage::WString);
     EXPECT_TRUE(chain_.ValueOf(nullptr, 0, &name).Succeeded());
     EXPECT_EQ(name, L"chained");
-    EXPECT_TRUE(chain_.PersistedValueOf(nullptr, 0, &name).Succeeded());
     EXPECT_EQ(chain_.SetValueOf(nullptr, 0, &name).MessageId(), 21638U);
     EXPECT_FALSE(chain_.IsEditableByAttributeID(0));
     chain_.SetOuterAttributeDictionary(nullptr);
@@ -220,6 +222,84 @@ TEST_F(Chain, MayHaveANameOfItsOwnAndNoOuterDictionary) {
     const AttributeDictionary empty;
     chain_.SetOuterAttributeDictionary(&empty);
     EXPECT_EQ(chain_.EndAttributeID(), 4U);
+}
+
+std::vector<std::pair<std::string, FnAttr>> All() {
+    return {
+#define LMW_FN_ATTRIBUTE(factory, key) {#factory, factory()},
+#define LMW_FN_BOUNDARY(factory, id) {#factory, factory()},
+#include "common/fn/fn_attr_table.inc"
+#undef LMW_FN_BOUNDARY
+#undef LMW_FN_ATTRIBUTE
+    };
+}
+
+// By design: the keys of stored projects, whatever the factories are called.
+const std::map<std::string, std::string> kOddKeys = {
+    {"FnAttrName", "Type"},
+    {"FnAttrTailBefore", "SlopeBefore"},
+    {"FnAttrTailAfter", "SlopeAfter"},
+    {"FnAttrBoundaryCategory", "BCategory"},
+    {"FnAttrConvectHeatTransCoeff", "ConvectiveHeatTransferCoeff"},
+    {"FnAttrNCUndrainedStrengthRatio", "NonConsolidatedUndrainedStrengthRatio"},
+    {"FnAttrUseMaxShearStrengh", "UseMaxShearStrength"},
+};
+
+// By design: two operations share an identifier.
+const std::map<std::string, std::uint32_t> kOperations = {
+    {"FnAttrBoundaryBegin", 1},
+    {"FnAttrBoundaryCategoryTest", 1},
+    {"FnAttrBoundaryIsReviewRequired", 2},
+    {"FnAttrBoundaryNotifyCategory", 3},
+    {"FnAttrBoundaryInitialize", 4},
+    {"FnAttrBoundaryFinalize", 5},
+    {"FnAttrBoundaryRegisterGroupCalculator", 6},
+    {"FnAttrBoundaryIsFreeExit", 7},
+    {"FnAttrBoundaryIsUnitGradient", 8},
+    {"FnAttrBoundaryIsHeatAdvectionFluxCorrectionRequired", 9},
+    {"FnAttrBoundaryEnd", 10},
+};
+
+TEST(FnAttr, NamedOnesCarryTheFactorysNameOrAnOddKeyAndOperationsAnIdentifierAndNoKey) {
+    std::set<std::string> keys;
+    std::size_t odd = 0;
+    std::size_t operations = 0;
+    for (const auto& [factory, attribute] : All()) {
+        if (const auto row = kOperations.find(factory); row != kOperations.end()) {
+            ++operations;
+            EXPECT_EQ(attribute, (FnAttr{row->second, ""})) << factory;
+            continue;
+        }
+        const auto odd_key = kOddKeys.find(factory);
+        odd += odd_key != kOddKeys.end() ? 1U : 0U;
+        EXPECT_EQ(attribute.id, 0U) << factory;
+        EXPECT_EQ(attribute.key, odd_key != kOddKeys.end() ? odd_key->second : factory.substr(6));
+        EXPECT_TRUE(keys.insert(attribute.key).second) << attribute.key;
+    }
+    EXPECT_EQ(keys.size(), 204U);
+    EXPECT_EQ(odd, kOddKeys.size());
+    EXPECT_EQ(operations, kOperations.size());
+}
+
+TEST(FnError, ValueThatCannotBeComputedNamesWhatIsGiven) {
+    const lmw::test::TestHost host;
+    using lmw::fn::error::UnableToComputeValue;
+    EXPECT_EQ(UnableToComputeValue(L"a", L"", L"").as_wstring(), L"20548[a||||]");
+    EXPECT_EQ(UnableToComputeValue(L"", L"b", L"").as_wstring(), L"20548[b||||]");
+    EXPECT_EQ(UnableToComputeValue(L"a", L"b", L"").as_wstring(), L"20548[a b||||]");
+    EXPECT_EQ(UnableToComputeValue(L"", L"", L"").as_wstring(), L"20548[ ||||]");
+    const gtl::status detailed = UnableToComputeValue(L"a", L"", L"95 %s of it");
+    EXPECT_EQ(detailed.as_wstring(), L"20548[a||||]\n\n95 %s of it");
+}
+
+TEST(FnError, HasItsOwnMessages) {
+    EXPECT_EQ(lmw::fn::error::FunctionDefinitionIncomplete().MessageId(), 20549U);
+    EXPECT_EQ(lmw::fn::error::OperationNotSupported().MessageId(), 21638U);
+    try {
+        throw lmw::fn::error::CalculationException(lmw::fn::error::OperationNotSupported());
+    } catch (const gtl::status_exception& thrown) {  // across the border of the library
+        EXPECT_EQ(thrown.Status().MessageId(), 21638U);
+    }
 }
 
 }  // namespace

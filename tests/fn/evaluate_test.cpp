@@ -23,8 +23,7 @@ namespace {
 using namespace lmw::fn::impl;
 using lmw::kUndefined;
 using lmw::fn::error::CalculationException;
-using lmw::test::PlainKind;
-using lmw::test::RecordingHandler;
+using namespace lmw::test;
 using math::algorithm::Tolerance;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -37,6 +36,11 @@ class ReasonedKind final : public PlainKind, public lmw::fn::IFnLastError {
         return lmw::fn::error::UnableToComputeValue(L"reasoned", {}, {});
     }
 };
+
+template <class Exception>
+PlainKind::Calculation Throwing(std::uint32_t message_id) {
+    return [message_id](auto, auto) -> double { throw Exception(gtl::status(message_id)); };
+}
 
 TEST(SafeCalculate, GivesTheUndefinedValueAndTheReasonForWhatIsNoValue) {
     struct Row {
@@ -53,16 +57,8 @@ TEST(SafeCalculate, GivesTheUndefinedValueAndTheReasonForWhatIsNoValue) {
         {"NaN", [](auto, auto) { return kNan; }, kUndefined, 20548},
         {"infinity", [](auto, auto) { return kInfinity; }, kUndefined, 20548},
         {"-infinity", [](auto, auto) { return -kInfinity; }, kUndefined, 20548},
-        {"own exception",
-         [](auto, auto) -> double {
-             throw CalculationException(lmw::fn::error::FunctionDefinitionIncomplete());
-         },
-         kUndefined, 20549},
-        {"status exception",
-         [](auto, auto) -> double {
-             throw gtl::status_exception(lmw::fn::error::OperationNotSupported());
-         },
-         kUndefined, 21638},
+        {"own exception", Throwing<CalculationException>(20549), kUndefined, 20549},
+        {"status exception", Throwing<gtl::status_exception>(21638), kUndefined, 21638},
     };
     RecordingHandler handler;
     const double x = 1.0;
@@ -94,13 +90,11 @@ TEST(SafeCalculate, PassesOtherExceptionsOn) {
 }
 
 TEST(SafeCalculate, AllocatesNothingForAValueOrWithoutAHandler) {
-    if (!lmw::test::CountsLibraryAllocations()) {
-        GTEST_SKIP() << "allocations of the library are not counted here";
-    }
+    LMW_SKIP_UNCOUNTED_ALLOCATIONS();
     IFn linear;
     ASSERT_TRUE(lmw::fn::Create(L"Linear(DataInit=0 1;1 2,SlopeAfter=None)", linear).Succeeded());
     for (const double x : {0.5, 2.0}) {
-        EXPECT_EQ(lmw::test::AllocationsOf([&] { SafeCalculate(*linear, &x, nullptr); }), 0U) << x;
+        EXPECT_EQ(AllocationsOf([&] { SafeCalculate(*linear, &x, nullptr); }), 0U) << x;
     }
 }
 
@@ -144,7 +138,6 @@ TEST(DerivativeAndIntegral, AreComputedOnlyWhereTheKindOffersThem) {
     const CurvedKind curved;
     EXPECT_TRUE(DyDx(3.0, tolerance, curved).computed);
     EXPECT_EQ(DyDx(3.0, tolerance, curved).value, 6.0);
-
     RecordingHandler handler;
     const ScopedErrorHandler scope(&handler);
     const ComputedResult thrown = Integrate(0.0, 1.0, tolerance, curved);
@@ -162,28 +155,20 @@ TEST(Capabilities, HaveDefaultsWhereAKindOffersNone) {
     EXPECT_EQ(TailCycleLocation(plain), math::TailCycleLocation::None);
     EXPECT_EQ(plain.InputRangeNumPoints(), 0);
     EXPECT_EQ(plain.InputRangeAt(0), kUndefined);
-    PlainKind prepared;
-    EXPECT_TRUE(prepared.UpdateCalculatedValues().Succeeded());
-    EXPECT_TRUE(prepared.IsUpToDate());
 }
 
 TEST(TailCycleLocation, FollowsTheTwoTails) {
-    struct Row {
-        const wchar_t* before;
-        const wchar_t* after;
-        math::TailCycleLocation::Type location;
-    };
-    const Row rows[] = {{L"Calc", L"0", math::TailCycleLocation::None},
-                        {L"Cycle", L"None", math::TailCycleLocation::Before},
-                        {L"2.5", L"Cycle", math::TailCycleLocation::After},
-                        {L"Cycle", L"Cycle", math::TailCycleLocation::Both}};
-    for (const Row& row : rows) {
+    namespace location = math::TailCycleLocation;
+    const std::pair<const wchar_t*, location::Type> rows[] = {
+        {L"SlopeBefore=Calc,SlopeAfter=0", location::None},
+        {L"SlopeBefore=Cycle,SlopeAfter=None", location::Before},
+        {L"SlopeBefore=2.5,SlopeAfter=Cycle", location::After},
+        {L"SlopeBefore=Cycle,SlopeAfter=Cycle", location::Both}};
+    for (const auto& [tails, expected] : rows) {
         IFn step;
-        EXPECT_TRUE(lmw::fn::Create(std::wstring(L"Step(DataInit=0 1;1 2,SlopeBefore=") +
-                                        row.before + L",SlopeAfter=" + row.after + L")",
-                                    step)
-                        .Succeeded());
-        EXPECT_EQ(TailCycleLocation(*step), row.location);
+        const std::wstring text = std::wstring(L"Step(DataInit=0 1;1 2,") + tails + L")";
+        EXPECT_TRUE(lmw::fn::Create(text, step).Succeeded());
+        EXPECT_EQ(TailCycleLocation(*step), expected);
     }
 }
 

@@ -76,23 +76,15 @@ TEST(FunctionText, WithoutParenthesesInOrderIsMalformed) {
 // specially.
 TEST(FunctionText, EverythingSerializedParsesBack) {
     lmw::test::PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
-    const auto text = [&random](const std::wstring& alphabet, int longest) {
-        std::wstring made;
-        for (int k = random.Integer(0, longest); k > 0; --k) {
-            made += alphabet[static_cast<std::size_t>(
-                random.Integer(0, static_cast<int>(alphabet.size()) - 1))];
-        }
-        return made;
-    };
     for (int round = 0; round < 20000; ++round) {
-        const std::wstring name = text(L"ab)\\,= ", 4);
+        const std::wstring name = random.Text(std::wstring(L"ab)\\,= "), 4);
         AttributePairs attributes;
         for (int k = random.Integer(0, 3); k > 0; --k) {
-            attributes.emplace_back(text(L"ab((()))\\\\,", 6), text(L"ab((()))\\\\,=", 14));
+            attributes.emplace_back(random.Text(std::wstring(L"ab((()))\\\\,"), 6),
+                                    random.Text(std::wstring(L"ab((()))\\\\,="), 14));
         }
         if (!attributes.empty() && random.Chance(0.3)) {  // nesting
-            attributes.back().second = Serialize(text(L"gh", 2), attributes);
+            attributes.back().second = Serialize(random.Text(std::wstring(L"gh"), 2), attributes);
         }
         const std::wstring serialized = Serialize(name, attributes);
         std::wstring read_name;

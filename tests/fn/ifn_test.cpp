@@ -12,6 +12,7 @@
 
 #include "tests/fn/test_kinds.h"
 #include "tests/support/test_host.h"
+#include "tests/support/threads.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,8 +25,7 @@ namespace {
 
 using lmw::fn::impl::IsUndefined;
 using lmw::fn::impl::SafeCalculate;
-using lmw::test::PlainKind;
-using lmw::test::RecordingHandler;
+using namespace lmw::test;
 
 TEST(Handle, CopiesShareUntilOneIsChanged) {
     const IFn original(std::make_unique<FnConst>(1.0));
@@ -81,17 +81,11 @@ TEST(UndefinedFunction, GivesEveryThreadItsOwnCopyOfTheReason) {
     gtl::status why = lmw::fn::error::UnableToComputeValue(L"sand", L"wet", L"no water");
     why.AttachSource("place", 12);
     const IFn undefined(lmw::fn::CreateUndefined(L"sand", why));
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 4; ++t) {
-        threads.emplace_back([&undefined] {
-            for (int round = 0; round < 100; ++round) {
-                EXPECT_EQ(lmw::fn::impl::LastError(*undefined).MessageId(), 20548U);
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    InThreads(4, [&](std::size_t) {
+        for (int round = 0; round < 100; ++round) {
+            EXPECT_EQ(lmw::fn::impl::LastError(*undefined).MessageId(), 20548U);
+        }
+    });
     const gtl::status copy = lmw::fn::impl::LastError(*undefined);
     EXPECT_EQ(copy.as_wstring(), why.as_wstring());
     EXPECT_EQ(copy.Detail()->Arguments(), why.Detail()->Arguments());
@@ -138,7 +132,7 @@ TEST(EnsureValid, PreparesWhatIsOutOfDateAndReportsTheOutcome) {
     lmw::fn::EnsureValid(constant);
 }
 
-class LastWords final : public lmw::test::TestHost {
+class LastWords final : public TestHost {
  public:
     void Fatal(const gtl::status& reason, const char* place, int line) const noexcept override {
         std::fprintf(stderr, "host: %u at %s %d\n", reason.MessageId(), place, line);
@@ -158,36 +152,25 @@ TEST(EnsureValidDeathTest, EndsTheProcessByTheFatalPath) {
 }
 
 TEST(SharedFunctions, AreEvaluatedByManyThreadsEachWithItsOwnHandler) {
-    constexpr int kThreads = 8;
     constexpr int kRounds = 500;
-    std::vector<IFn> functions(4);
-    const wchar_t* const texts[] = {
-        L"Linear(DataInit=0 0;10 20,SlopeBefore=None)",
-        L"Spline(DataInit=0 0;5 10;10 20,Tension=50,SlopeBefore=None)",
-        L"Step(DataInit=0 0;10 20,SlopeBefore=None)",
-        L"Unheard(Of=1)",
-    };
-    for (std::size_t i = 0; i < functions.size(); ++i) {
-        lmw::fn::Create(texts[i], functions[i]).Ignore();
+    std::vector<IFn> functions;
+    for (const wchar_t* text : {L"Linear(DataInit=0 0;10 20,SlopeBefore=None)",
+                                L"Spline(DataInit=0 0;5 10;10 20,Tension=50,SlopeBefore=None)",
+                                L"Step(DataInit=0 0;10 20,SlopeBefore=None)", L"Unheard(Of=1)"}) {
+        lmw::fn::Create(text, functions.emplace_back()).Ignore();
     }
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([&functions] {
-            RecordingHandler handler;
-            const lmw::fn::impl::ScopedErrorHandler scope(&handler);
-            for (int round = 0; round < kRounds; ++round) {
-                const IFn own = functions[static_cast<std::size_t>(round) % functions.size()];
-                for (const double x : {5.0, -1.0}) {
-                    SafeCalculate(*own, &x, nullptr);
-                }
+    InThreads(8, [&](std::size_t) {
+        RecordingHandler handler;
+        const lmw::fn::impl::ScopedErrorHandler scope(&handler);
+        for (int round = 0; round < kRounds; ++round) {
+            const IFn own = functions[static_cast<std::size_t>(round) % functions.size()];
+            for (const double x : {5.0, -1.0}) {
+                SafeCalculate(*own, &x, nullptr);
             }
-            // One failure before the data for each, and both for the function that is not there.
-            EXPECT_EQ(handler.Take().size(), kRounds + kRounds / 4U);
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+        }
+        // One failure before the data for each, and both for the function that is not there.
+        EXPECT_EQ(handler.Take().size(), kRounds + kRounds / 4U);
+    });
 }
 
 }  // namespace

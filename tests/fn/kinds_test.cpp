@@ -21,6 +21,7 @@
 #include <cmath>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -42,12 +43,7 @@ double At(const IFn& function, double x) {
 }
 
 TEST(Create, MakesAPreparedFunctionOfItsText) {
-    struct Row {
-        const wchar_t* text;
-        double x;
-        double value;
-    };
-    const Row rows[] = {
+    const std::tuple<const wchar_t*, double, double> rows[] = {
         {L"Const(5)", 1e9, 5.0},
         {L"Const(Value=-2)", 0.0, -2.0},
         {L"ConstPressure(20)", 0.0, 20.0},
@@ -66,20 +62,13 @@ TEST(Create, MakesAPreparedFunctionOfItsText) {
         {L"FredlundXing(A=12,N=1.8,M=0.6,SatWC=0.42)", 1.0, 0.42},
         {L"FredlundXing(A=12,N=1.8,M=0.6,SatWC=0.42)", -1e6, 0.0},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(std::wstring(row.text)));
-        const IFn function = Made(row.text);
-        EXPECT_DOUBLE_EQ(At(function, row.x), row.value);
+    for (const auto& [text, x, value] : rows) {
+        EXPECT_DOUBLE_EQ(At(Made(text), x), value) << testing::PrintToString(std::wstring(text));
     }
 }
 
 TEST(Create, KeepsTheReasonInAnUndefinedFunction) {
-    struct Row {
-        const wchar_t* text;
-        std::uint32_t message;
-        const wchar_t* name;
-    };
-    const Row rows[] = {
+    const std::tuple<const wchar_t*, std::uint32_t, const wchar_t*> rows[] = {
         {L"Linear", 20547, L""},
         {L"Bezier(1)", 20220, L"Bezier"},
         {L"Linear(DataInit=0 1;2 x)", 20218, L"Linear"},
@@ -94,14 +83,14 @@ TEST(Create, KeepsTheReasonInAnUndefinedFunction) {
     };
     lmw::test::RecordingHandler handler;
     const impl::ScopedErrorHandler scope(&handler);
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(std::wstring(row.text)));
+    for (const auto& [text, message, name] : rows) {
+        SCOPED_TRACE(testing::PrintToString(std::wstring(text)));
         IFn function = Made(L"Const(1)");
-        EXPECT_EQ(Create(row.text, function).MessageId(), row.message);
+        EXPECT_EQ(Create(text, function).MessageId(), message);
         ASSERT_TRUE(impl::IsUndefined(&*function));
-        EXPECT_EQ(static_cast<const FnUndefined&>(*function).Name(), row.name);
+        EXPECT_EQ(static_cast<const FnUndefined&>(*function).Name(), name);
         EXPECT_EQ(At(function, 1.0), kUndefined);
-        EXPECT_EQ(handler.Take().at(0).message_id, row.message);
+        EXPECT_EQ(handler.Take().at(0).message_id, message);
     }
 }
 
@@ -145,7 +134,6 @@ TEST(Kinds, AreRegisteredOnceUnderAProperName) {
 // The functions against the curves they are made of, and their derivatives against differences.
 TEST(FunctionsOfPoints, FollowTheirCurvesOnEveryScale) {
     lmw::test::PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     const Tolerance<double> tolerance;
     for (int round = 0; round < 200; ++round) {
         const bool log_input = random.Chance(0.5);
@@ -190,13 +178,9 @@ TEST(FunctionsOfPoints, FollowTheirCurvesOnEveryScale) {
 }
 
 TEST(FunctionsOfPoints, KnowTheirExtentsPointsAndReview) {
-    struct Row {
-        const wchar_t* text;
-        gtl::range<double> extents;
-    };
     constexpr auto kInclusive = gtl::bound_kind::inclusive;
     const gtl::range<double> of_points = {-1.0, kInclusive, 3.0, kInclusive};
-    const Row rows[] = {
+    const std::pair<const wchar_t*, gtl::range<double>> rows[] = {
         {L"Linear(DataInit=0 -1;2 3)", of_points},
         {L"Linear(DataInit=0 -1;2 3,SlopeBefore=None,SlopeAfter=Cycle)", of_points},
         {L"Linear(DataInit=0 -1;2 3,SlopeAfter=Calc)", {}},
@@ -204,11 +188,11 @@ TEST(FunctionsOfPoints, KnowTheirExtentsPointsAndReview) {
         {L"Step(DataInit=0 -1;2 3,SlopeBefore=1)", {}},
         {L"Const(4)", {4.0, kInclusive, 4.0, kInclusive}},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(impl::OutputExtents(*Made(row.text)), row.extents)
-            << testing::PrintToString(std::wstring(row.text));
+    for (const auto& [text, extents] : rows) {
+        EXPECT_EQ(impl::OutputExtents(*Made(text)), extents)
+            << testing::PrintToString(std::wstring(text));
     }
-    const IFn linear = Made(rows[0].text);
+    const IFn linear = Made(rows[0].first);
     EXPECT_EQ(linear->InputRangeNumPoints(), 2);
     EXPECT_EQ(linear->InputRangeAt(1), 2.0);
     EXPECT_EQ(linear->InputRangeAt(2), kUndefined);
