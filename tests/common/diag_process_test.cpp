@@ -1,18 +1,13 @@
 // What diagnostics make of a process' command line, environment, debugger, first use and end.
 
-#include "common/sys/text_encoding.h"
-
 #include "tests/common/diag_child.h"
 #include "tests/support/environment.h"
+#include "tests/support/scratch_folder.h"
 #include "tests/sys/child_process.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <random>
 #include <regex>
 #include <string>
 #include <vector>
@@ -23,18 +18,14 @@ using namespace lmw::test;
 
 // Runs the child with quoted arguments and returns all that it wrote, with LF as line end.
 std::string OutputOf(const std::string& arguments) {
-    const std::filesystem::path file =
-        std::filesystem::temp_directory_path() /
-        ("lmw-diag-" + std::to_string(std::random_device()()) + ".txt");
+    const ScratchFolder folder;
+    const std::string file = (folder.Path() / "output").string();
     // The first command does nothing; without it a shell might take the quotation marks of the
     // program's name for its own.
     const std::string command =
-        "cd . && \"" LMW_CHILD_PROGRAM "\" " + arguments + " > \"" + file.string() + "\" 2>&1";
+        "cd . && \"" LMW_CHILD_PROGRAM "\" " + arguments + " > \"" + file + "\" 2>&1";
     EXPECT_EQ(std::system(command.c_str()), 0) << command;
-    std::ifstream stream(file, std::ios::binary);
-    std::string output{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    stream.close();
-    std::filesystem::remove(file);
+    std::string output = folder.Read("output");
     std::erase(output, '\r');
     return output;
 }
@@ -52,12 +43,8 @@ class DiagProcess : public ::testing::Test {
 };
 
 TEST_F(DiagProcess, StartsWithWhatTheCommandLineSays) {
-    struct Row {
-        const char* arguments;
-        const char* settings;
-    };
-    for (const auto& [arguments, settings] : std::vector<Row>{
-             {"", "level=1 mask=3 names= safe=0"},
+    for (const auto& [arguments, settings] : {
+             std::pair{"", "level=1 mask=3 names= safe=0"},
              {"level=warning \"category=io;mesh\"", "level=2 mask=24 names=io;mesh safe=0"},
              {"level=-2", "level=-2 mask=3 names= safe=0"},
              {"level=2147483647", "level=1 mask=3 names= safe=0"},

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -17,11 +18,8 @@ TEST(ContainerRef, PacksTheLowByteOfTheEnclosingInstance) {
 }
 
 TEST(ContainerRef, EnclosingRecordFollowsFromTheContainer) {
-    struct Row {
-        GID packed;
-        GGID expected;
-    };
-    for (const Row& row : std::vector<Row>{{0x34000097U, {116, 0x34}},
+    for (const auto& [packed, expected] :
+         std::vector<std::pair<GID, GGID>>{{0x34000097U, {116, 0x34}},
                                            {0x34000020U, {8, 0x34}},
                                            {0x01000000U + 149, {8, 1}},
                                            {0x01000000U + 150, {116, 1}},
@@ -30,10 +28,10 @@ TEST(ContainerRef, EnclosingRecordFollowsFromTheContainer) {
                                            {0xFF0000AEU, {116, 0xFF}},
                                            {151, {0, 0}},
                                            {0, {0, 0}}}) {
-        EXPECT_EQ(ContainerRef(row.packed).EnclosingRecordId(), row.expected) << row.packed;
-        EXPECT_EQ(IsNestedContainerId(row.packed), row.expected.instance != 0) << row.packed;
-        EXPECT_EQ(IsNestedGeometryContainerId(row.packed), row.expected.type == 116) << row.packed;
-        EXPECT_EQ(IsNestedAnalysisContainerId(row.packed), row.expected.type == 8) << row.packed;
+        EXPECT_EQ(ContainerRef(packed).EnclosingRecordId(), expected) << packed;
+        EXPECT_EQ(IsNestedContainerId(packed), expected.instance != 0) << packed;
+        EXPECT_EQ(IsNestedGeometryContainerId(packed), expected.type == 116) << packed;
+        EXPECT_EQ(IsNestedAnalysisContainerId(packed), expected.type == 8) << packed;
     }
 }
 

@@ -1,9 +1,14 @@
 #include "common/log_filter.h"
 
+#include "common/log_category.h"
+
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <limits>
+#include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -44,15 +49,8 @@ class LogFilterTest : public ::testing::Test {
 };
 
 TEST_F(LogFilterTest, TestsTheLevelAlwaysAndTheMaskUnlessBit4IsSet) {
-    struct Row {
-        int min_level;
-        int mask;
-        int level;
-        int category;
-        bool logged;
-    };
     // clang-format off
-    const Row rows[] = {
+    const std::tuple<int, int, int, int, bool> rows[] = {
         {2, 8, 2, 8, true},    {2, 8, 1, 8, false},   {2, 8, 2, 16, false},  {2, 8, 2, 24, true},
         {2, 8, 2, 4, true},    {2, 8, 1, 4, false},   {2, 0, 4, 3, false},   {2, 0, 4, 5, true},
         {2, 8, 2, -1, true},   {2, 8, 1, -1, false},  // contains bit 4, which bypasses no level
@@ -61,13 +59,13 @@ TEST_F(LogFilterTest, TestsTheLevelAlwaysAndTheMaskUnlessBit4IsSet) {
         {kNoLevel, -1, 4, -1, false},                 {kNoLevel, -1, kNoLevel, -1, true},
     };
     // clang-format on
-    for (const Row& row : rows) {
-        LogFilter::Set(row.min_level, row.mask);
-        EXPECT_EQ(IsLogged(row.level, row.category), row.logged)
-            << row.min_level << ' ' << row.mask << ' ' << row.level << ' ' << row.category;
+    for (const auto& [min_level, mask, level, category, logged] : rows) {
+        LogFilter::Set(min_level, mask);
+        EXPECT_EQ(IsLogged(level, category), logged)
+            << min_level << ' ' << mask << ' ' << level << ' ' << category;
         // What the macros ask first never stops a message that is to be logged.
-        EXPECT_TRUE(impl::MayBeLogged_(row.level) || !row.logged);
-        EXPECT_EQ(impl::MayBeLogged_(row.level), row.level >= row.min_level);
+        EXPECT_TRUE(impl::MayBeLogged_(level) || !logged);
+        EXPECT_EQ(impl::MayBeLogged_(level), level >= min_level);
     }
 }
 
@@ -84,6 +82,55 @@ TEST_F(LogFilterTest, IsSetByTextsAndKeepsWhatATextDoesNotName) {
     EXPECT_EQ(CategoryNames(LogFilter::CategoryMask()), "filter.a;filter.b");
     LogFilter::Set(L"", L";");  // not empty, and names nothing
     EXPECT_EQ(LogFilter::CategoryMask(), 0);
+}
+
+// Before the first test: a static initialiser registers.
+const DeclareCategoryMask kDeclared("category.declared");
+
+TEST(LogCategory, HasOneBitOfItsOwnFrom8OnForEachName) {
+    const int a = MakeCategoryMask("category.a");
+    const int b = MakeCategoryMask("category.b");
+    EXPECT_NE(a, b);
+    for (const int mask : {a, b, kDeclared.Mask()}) {
+        EXPECT_GE(mask, 8);
+        EXPECT_EQ(mask & (mask - 1), 0);
+    }
+    EXPECT_EQ(MakeCategoryMask("category.a"), a);
+    EXPECT_NE(MakeCategoryMask("category.A"), a);
+    EXPECT_EQ(MakeCategoryMask("category.declared"), kDeclared.Mask());
+    EXPECT_EQ(kDeclared.Name(), "category.declared");
+}
+
+TEST(LogCategory, ListsJoinTheirBitsAndSkipEmptyPieces) {
+    const int a = MakeCategoryMask("category.a");
+    const int b = MakeCategoryMask("category.b");
+    for (const char* list : {"category.a;category.b", "category.b;category.a",
+                             ";category.a;;category.b;", "category.a;category.b;category.a"}) {
+        EXPECT_EQ(MakeCategoryMask(list), a | b) << list;
+    }
+    const std::size_t registered = RegisteredCategories().size();
+    EXPECT_EQ(MakeCategoryMask(""), 0);
+    EXPECT_EQ(MakeCategoryMask(";;"), 0);
+    EXPECT_EQ(RegisteredCategories().size(), registered);
+}
+
+TEST(LogCategory, NamesComeInTheOrderOfRegistration) {
+    const int b = MakeCategoryMask("category.order2");
+    const int a = MakeCategoryMask("category.order1");
+    EXPECT_EQ(CategoryNames(a), "category.order1");
+    EXPECT_EQ(CategoryNames(a | b), "category.order2;category.order1");
+    EXPECT_EQ(CategoryNames(a | 3), "category.order1");
+    EXPECT_EQ(CategoryNames(1 << 30), "");
+}
+
+TEST(LogCategory, AllIsTheOnlyMaskBelow8WithANameOfItsOwn) {
+    EXPECT_EQ(CategoryNames(-1), "all");
+    for (const int mask : {0, 1, 3, 4, 7, -2, std::numeric_limits<int>::min()}) {
+        EXPECT_EQ(CategoryNames(mask), "") << mask;
+    }
+    // On the way in "all" is a name like any other.
+    EXPECT_EQ(CategoryNames(MakeCategoryMask("all")), "all");
+    EXPECT_NE(MakeCategoryMask("all"), kAllCategories);
 }
 
 }  // namespace

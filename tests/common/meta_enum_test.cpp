@@ -1,11 +1,14 @@
 #include "common/meta_enum.h"
 
+#include "common/analysis_kind.h"
+
 #include "tests/support/test_host.h"
+#include "tests/support/threads.h"
 
 #include <gtest/gtest.h>
 
-#include <thread>
-#include <vector>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -46,14 +49,15 @@ TEST_F(MetaEnum, ValuesHaveTheTextsOfTheirFirstRowElseOfTheDefaultRow) {
         const wchar_t* second;
         const wchar_t* first;
     };
-    for (const Row& row :
-         std::vector<Row>{{7, 0, L"seven", L"Number seven", L"Seven"},
-                          {-3, 1, L"minus", L"Minus three", L"Minus three"},
-                          {0, 2, L"zero", L"Nil", L"Nil"},
-                          {5, 3, L"twice", L"twice", L"twice"},
-                          {6, 5, L"twice", L"twice", L"twice"},
-                          {-4, 2, L"zero", L"Nil", L"Nil"},       // by design: the default row
-                          {4711, 2, L"zero", L"Nil", L"Nil"}}) {  // beyond the largest value too
+    const Row rows[] = {
+        {7, 0, L"seven", L"Number seven", L"Seven"},
+        {-3, 1, L"minus", L"Minus three", L"Minus three"},
+        {5, 3, L"twice", L"twice", L"twice"},
+        {6, 5, L"twice", L"twice", L"twice"},
+        {-4, 2, L"zero", L"Nil", L"Nil"},    // by design: the default row
+        {4711, 2, L"zero", L"Nil", L"Nil"},  // beyond the largest value too
+    };
+    for (const Row& row : rows) {
         EXPECT_EQ(MetaEnumCommon::FindEntry(table_, &row.value), &kRows[row.row]) << row.value;
         EXPECT_EQ(TextOf(row.value, MetaFormatType::kKey), row.key);
         EXPECT_EQ(TextOf(row.value, MetaFormatType::kSecondDisplay), row.second);
@@ -65,16 +69,14 @@ TEST_F(MetaEnum, ValuesHaveTheTextsOfTheirFirstRowElseOfTheDefaultRow) {
 
 TEST_F(MetaEnum, TextsReadBackAndFailuresNameTheAllowedTexts) {
     std::int32_t value = 42;
-    EXPECT_TRUE(
-        MetaEnumCommon::ConvertFrom(value, table_, MetaFormatType::kKey, L"twice", 0).Succeeded());
+    const auto read = [&](MetaFormatType format, const wchar_t* text) {
+        return MetaEnumCommon::ConvertFrom(value, table_, format, text, 0);
+    };
+    EXPECT_TRUE(read(MetaFormatType::kKey, L"twice").Succeeded());
     EXPECT_EQ(value, 5);
-    EXPECT_TRUE(MetaEnumCommon::ConvertFrom(value, table_, MetaFormatType::kSecondDisplay,
-                                            L"Number seven", 0)
-                    .Succeeded());
+    EXPECT_TRUE(read(MetaFormatType::kSecondDisplay, L"Number seven").Succeeded());
     EXPECT_EQ(value, 7);
-
-    const auto failure =
-        MetaEnumCommon::ConvertFrom(value, table_, MetaFormatType::kDisplay, L"seven", 0);
+    const auto failure = read(MetaFormatType::kDisplay, L"seven");
     EXPECT_EQ(value, 7);
     EXPECT_EQ(failure.MessageId(), 20220U);
     EXPECT_EQ(failure.Detail()->Arguments()[0], L"seven");
@@ -100,13 +102,37 @@ TEST_F(MetaEnum, NumbersConvertWithAll64Bits) {
 TEST(MetaEnumTable, ServesManyThreadsFromItsFirstUse) {
     for (int round = 0; round < 20; ++round) {
         const MetaEnumCommon::Table table(kRows, 0);
-        std::vector<std::thread> threads;
-        for (int k = 0; k < 4; ++k) {
-            threads.emplace_back([&table] { EXPECT_EQ(table.Find(6), &kRows[5]); });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
+        lmw::test::InThreads(4, [&](std::size_t) { EXPECT_EQ(table.Find(6), &kRows[5]); });
+    }
+}
+
+TEST(AnalysisKind, NamesAndDisplayTextsConvertBothWays) {
+    const TestHost host;
+    std::int32_t value = 0;
+    const std::pair<const char*, int> rows[] = {
+        {"solute", 21140}, {"tremor", 21141}, {"flow", 21142}, {"deform", 21145},
+        {"ridge", 21146},  {"heat", 21147},   {"gas", 21139}};
+    for (const auto& [name, message_id] : rows) {
+        const auto kind = static_cast<AnalysisKind>(value++);
+        EXPECT_EQ(LookupNameByKind(kind), name);
+        EXPECT_EQ(KindByLookupName(name), kind);
+        const std::wstring text = str::as_wstring(kind);
+        EXPECT_EQ(text, std::to_wstring(message_id) + L"[%s|%s|%s|%s|%s]");
+        AnalysisKind parsed = AnalysisKind::None;
+        EXPECT_TRUE(str::from_wstring(text, parsed).Succeeded());
+        EXPECT_EQ(parsed, kind);
+        EXPECT_EQ(str::from_wstring(std::wstring(L"Seepage"), parsed).MessageId(), 20220U);
+        EXPECT_EQ(parsed, kind) << "left alone";
+    }
+}
+
+TEST(AnalysisKind, NoKindHasNoNames) {
+    for (const std::int32_t value : {0x7FFFFFFF, 7, -1}) {
+        EXPECT_EQ(LookupNameByKind(static_cast<AnalysisKind>(value)), "");
+        EXPECT_EQ(str::as_wstring(static_cast<AnalysisKind>(value)), L"");
+    }
+    for (const char* name : {"", "Solute", "solut", "solute ", "gash", "a", "zzz"}) {
+        EXPECT_EQ(KindByLookupName(name), AnalysisKind::None) << name;
     }
 }
 
