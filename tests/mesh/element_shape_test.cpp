@@ -10,42 +10,34 @@
 
 namespace {
 
+using namespace lmw::mesh::element::shape;
+using impl::TraitsLookup;
 using lmw::mesh::MeshDimension;
-using lmw::mesh::element::shape::Traits;
-using lmw::mesh::element::shape::Type;
-using lmw::mesh::element::shape::impl::TraitsLookup;
-
 using Point = std::array<double, 3>;
 
-// Corner positions of one element of each solid shape, bottom counter-clockwise seen from above.
-std::vector<Point> Corners(Type type) {
-    switch (type) {
-        case Type::tetrahedron:
-            return {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0.2, 0.2, 1}};
-        case Type::pyramid:
-            return {{1, 1, 0}, {-1, 1, 0}, {-1, -1, 0}, {1, -1, 0}, {0, 0, 1}};
-        case Type::prism:
-            return {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}};
-        default:
-            return {{1, 1, 0}, {-1, 1, 0}, {-1, -1, 0}, {1, -1, 0},
-                    {1, 1, 1}, {-1, 1, 1}, {-1, -1, 1}, {1, -1, 1}};
-    }
-}
+// One element of a solid shape: its corners, bottom counter-clockwise seen from above, and its
+// edges in the order of their middle nodes.
+struct Solid {
+    Type type;
+    std::vector<Point> corners;
+    std::vector<std::pair<int, int>> edges;
+    double volume;
+};
 
-// The edges of each solid in the order of their middle nodes.
-std::vector<std::pair<int, int>> Edges(Type type) {
-    switch (type) {
-        case Type::tetrahedron:
-            return {{0, 1}, {1, 2}, {2, 0}, {0, 3}, {1, 3}, {2, 3}};
-        case Type::pyramid:
-            return {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {0, 4}, {1, 4}, {2, 4}, {3, 4}};
-        case Type::prism:
-            return {{0, 1}, {1, 2}, {2, 0}, {3, 4}, {4, 5}, {5, 3}, {0, 3}, {1, 4}, {2, 5}};
-        default:
-            return {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
-                    {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
-    }
-}
+// clang-format off
+const Solid kSolids[] = {
+    {Type::tetrahedron, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0.2, 0.2, 1}},
+     {{0, 1}, {1, 2}, {2, 0}, {0, 3}, {1, 3}, {2, 3}}, 1.0 / 6.0},
+    {Type::pyramid, {{1, 1, 0}, {-1, 1, 0}, {-1, -1, 0}, {1, -1, 0}, {0, 0, 1}},
+     {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {0, 4}, {1, 4}, {2, 4}, {3, 4}}, 4.0 / 3.0},
+    {Type::prism, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}},
+     {{0, 1}, {1, 2}, {2, 0}, {3, 4}, {4, 5}, {5, 3}, {0, 3}, {1, 4}, {2, 5}}, 0.5},
+    {Type::hexahedron,
+     {{1, 1, 0}, {-1, 1, 0}, {-1, -1, 0}, {1, -1, 0}, {1, 1, 1}, {-1, 1, 1}, {-1, -1, 1}, {1, -1, 1}},
+     {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6}, {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}},
+     4.0},
+};
+// clang-format on
 
 TEST(ElementShape, HasThePrescribedRows) {
     // corner nodes, nodes of the quadratic element, dimension, facets, integration points
@@ -85,14 +77,13 @@ TEST(ElementShape, PlanarFacetsArePrescribed) {
 }
 
 TEST(ElementShape, FacesOfSolidsPointOutwardAndCloseTheElement) {
-    for (const Type type : {Type::tetrahedron, Type::pyramid, Type::prism, Type::hexahedron}) {
+    for (const auto& [type, corners, edges, volume] : kSolids) {
         SCOPED_TRACE(static_cast<int>(type));
         const Traits& traits = TraitsLookup(type);
-        const auto corners = Corners(type);
         ASSERT_EQ(static_cast<int>(corners.size()), traits.corner_nodes);
         std::map<std::pair<int, int>, int> middle_of;
         int next = traits.corner_nodes;
-        for (const auto& [i, j] : Edges(type)) {
+        for (const auto& [i, j] : edges) {
             middle_of[{i, j}] = middle_of[{j, i}] = next++;
         }
         ASSERT_EQ(next, traits.quadratic_nodes);
@@ -126,10 +117,6 @@ TEST(ElementShape, FacesOfSolidsPointOutwardAndCloseTheElement) {
         for (const auto& [from, to] : directed_edges) {
             EXPECT_TRUE(directed_edges.contains({to, from})) << from << '-' << to;
         }
-        const double volume = type == Type::tetrahedron ? 1.0 / 6.0
-                              : type == Type::pyramid   ? 4.0 / 3.0
-                              : type == Type::prism     ? 0.5
-                                                        : 4.0;
         EXPECT_NEAR(flux / 3.0, volume, 1e-15);
     }
 }
