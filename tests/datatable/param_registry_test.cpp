@@ -1,14 +1,18 @@
 #include "common/datatable/param_registry.h"
 
 #include "common/datatable/custom_params.h"
+#include "common/datatable/param_lists.h"
 #include "common/undefined.h"
 
 #include "tests/support/allocation_counter.h"
+#include "tests/support/property_random.h"
 #include "tests/support/test_host.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
+#include <tuple>
 
 namespace {
 
@@ -21,13 +25,7 @@ TEST(Range, AnEndIsAbsentOnlyWithBound0AndKindNone) {
     constexpr auto kIn = bound_kind::inclusive;
     constexpr auto kEx = bound_kind::exclusive;
     constexpr auto kNo = bound_kind::none;
-    struct Case {
-        gtl::range<double> range;
-        double value;
-        bool contained;
-        const char* why;
-    };
-    const Case cases[] = {
+    const std::tuple<gtl::range<double>, double, bool, const char*> rows[] = {
         {{0, kNo, 0, kNo}, -kInfinity, true, "unbounded"},
         {{0, kIn, 0, kNo}, -1, false, "below the lower bound"},
         {{0, kIn, 0, kNo}, 0, true, "at an inclusive bound"},
@@ -46,16 +44,15 @@ TEST(Range, AnEndIsAbsentOnlyWithBound0AndKindNone) {
         {{-1, kIn, 1, kEx}, -1, true, "both ends"},
         {{-1, kIn, 1, kEx}, std::numeric_limits<double>::quiet_NaN(), true, "NaN passes"},
     };
-    for (const Case& row : cases) {
-        EXPECT_EQ(row.range.Contains(row.value), row.contained) << row.why << ": " << row.value;
+    for (const auto& [range, value, contained, why] : rows) {
+        EXPECT_EQ(range.Contains(value), contained) << why << ": " << value;
     }
 }
 
 TEST(ParamRegistry, AValueOutOfRangeIsReportedWithTheRangeButTheMissingOneNever) {
     const lmw::test::TestHost host;
-    const gtl::status made = IsRangeValid(DataParamType::Porosity, 1.5);
-    EXPECT_EQ(made.MessageId(), 24389U);
-    EXPECT_EQ(made.as_wstring(), L"24389[1.5|20452[0|1|||]|||]");
+    EXPECT_EQ(IsRangeValid(DataParamType::Porosity, 1.5).as_wstring(),
+              L"24389[1.5|20452[0|1|||]|||]");
     EXPECT_EQ(IsRangeValid(DataParamType::Temperature, -300.0).as_wstring(),
               L"24389[-300|20551[-273.15||||]|||]");
     EXPECT_TRUE(IsRangeValid(DataParamType::Porosity, 1.0).Succeeded());
@@ -66,9 +63,7 @@ TEST(ParamRegistry, AValueOutOfRangeIsReportedWithTheRangeButTheMissingOneNever)
 }
 
 TEST(ParamRegistry, AValidValueAllocatesNothing) {
-    if (!lmw::test::CountsLibraryAllocations()) {
-        GTEST_SKIP() << "allocations of the library are not counted here";
-    }
+    LMW_SKIP_UNCOUNTED_ALLOCATIONS();
     GetRow(DataParamType::Time);  // builds the registry
     EXPECT_EQ(
         lmw::test::AllocationsOf([] { IsRangeValid(DataParamType::SafetyFactor, 1.3).Ignore(); }),
@@ -101,6 +96,53 @@ TEST(ParamRegistry, ACustomParameterIsAParameterLikeOthers) {
     EXPECT_EQ(FindByName("OrganicContent"), param);
     EXPECT_EQ(GetCategory(param), Category::SoilState);
     EXPECT_TRUE(IsRangeValid(param, 1.5).Failed());
+}
+
+DataParamList Of(std::initializer_list<std::uint32_t> values) {
+    DataParamList list;
+    for (const std::uint32_t value : values) {
+        list.push_back(DataParamType{value});
+    }
+    return list;
+}
+
+TEST(ParamLists, KeepOrderAndRepeatsAndLeaveOutValuesBeyondTheRegistry) {
+    EXPECT_EQ(ListIntersection(Of({5, 7}), Of({7, 7, 9, 5})), Of({7, 7, 5}));
+    EXPECT_EQ(ListDifference(Of({5, 7, 5}), Of({7})), Of({5, 5}));
+    EXPECT_EQ(ListUnion(Of({5, 7, 5}), Of({9, 7, 9})), Of({5, 7, 5, 9, 9}));
+    EXPECT_EQ(ListIntersection(Of({744, 745}), Of({745, 744, 0xFFFFFFFF})), Of({744}));
+    EXPECT_EQ(ListDifference(Of({744, 745}), Of({745, 744})), Of({745}));
+}
+
+// Empty lists are drawn as well.
+TEST(ParamLists, AgreeWithSearchingTheOtherList) {
+    lmw::test::PropertyRandom random;
+    const auto draw = [&random] {
+        DataParamList list;
+        for (int k = random.Integer(0, 12); k > 0; --k) {
+            list.push_back(DataParamType{static_cast<std::uint32_t>(random.Integer(0, 15))});
+        }
+        return list;
+    };
+    for (int round = 0; round < 500; ++round) {
+        const DataParamList a = draw();
+        const DataParamList b = draw();
+        DataParamList both;
+        DataParamList only_a;
+        DataParamList all = a;
+        for (const DataParamType param : b) {
+            const bool in_a = std::find(a.begin(), a.end(), param) != a.end();
+            (in_a ? both : all).push_back(param);
+        }
+        for (const DataParamType param : a) {
+            if (std::find(b.begin(), b.end(), param) == b.end()) {
+                only_a.push_back(param);
+            }
+        }
+        ASSERT_EQ(ListIntersection(a, b), both);
+        ASSERT_EQ(ListDifference(a, b), only_a);
+        ASSERT_EQ(ListUnion(a, b), all);
+    }
 }
 
 }  // namespace

@@ -179,13 +179,9 @@ TEST(ParamTable, RangesUnitsAndTheStressGroupAreConsistent) {
 TEST(ParamTable, ValuesStayForever) {
     EXPECT_EQ(static_cast<int>(DataParamType::CoordinateX), 1);
     EXPECT_EQ(static_cast<int>(DataParamType::Displacement), 44);
-    EXPECT_EQ(static_cast<int>(DataParamType::VolumetricStrain), 101);
-    EXPECT_EQ(static_cast<int>(DataParamType::PeakAcceleration), 194);
     EXPECT_EQ(static_cast<int>(DataParamType::PorePressure), 263);
-    EXPECT_EQ(static_cast<int>(DataParamType::SeepageFaceFlow), 289);
     EXPECT_EQ(static_cast<int>(DataParamType::Temperature), 361);
     EXPECT_EQ(static_cast<int>(DataParamType::Concentration), 411);
-    EXPECT_EQ(static_cast<int>(DataParamType::GasFlux), 501);
     EXPECT_EQ(static_cast<int>(DataParamType::SafetyFactor), 604);
     EXPECT_EQ(static_cast<int>(DataParamType::CorrelationLength), 643);
 }

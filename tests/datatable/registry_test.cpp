@@ -3,6 +3,7 @@
 #include "common/app/feature.h"
 
 #include "tests/support/test_host.h"
+#include "tests/support/threads.h"
 
 #include <gtest/gtest.h>
 
@@ -114,27 +115,23 @@ TEST(Registry, RefusesMoreThanItHasRoomForAndRegistersNoneOfThem) {
 
 TEST(Registry, RefusesNamesInUseAndPropertiesThatAreUnknown) {
     const lmw::test::TestHost host;
-    std::vector<std::vector<CustomParam>> refused = {{Custom("PorePressure")},
-                                                     {Custom("Twice"), Custom("Twice")},
-                                                     {Custom("")},
-                                                     {Custom("7Up")},
-                                                     {Custom("Two words")},
-                                                     {Custom("A,B")},
+    std::vector<std::vector<CustomParam>> refused = {{Custom("Twice"), Custom("Twice")},
+                                                     {Custom("Good"), Custom("b=ad")},
                                                      {Custom("Fine", Kind::None)},
-                                                     {Custom("Fine", Kind{6})},
-                                                     {Custom("Good"), Custom("b=ad")}};
-    for (int property = 0; property < 4; ++property) {
-        CustomParam param = Custom("Fine");
-        if (property == 0) {
-            param.quantity_class = QuantityClass{9};
-        } else if (property == 1) {
-            param.category = static_cast<Category::Type>(41);
-        } else if (property == 2) {
+                                                     {Custom("Fine", Kind{6})}};
+    for (const char* name : {"PorePressure", "", "7Up", "Two words", "A,B"}) {
+        refused.push_back({Custom(name)});
+    }
+    void (*const spoil[])(CustomParam&) = {
+        [](CustomParam& param) { param.quantity_class = QuantityClass{9}; },
+        [](CustomParam& param) { param.category = static_cast<Category::Type>(41); },
+        [](CustomParam& param) {
             param.graph_method = static_cast<PreferredGraphCalculationMethod::Type>(7);
-        } else {
-            param.unit = UnitKind{1000};
-        }
-        refused.push_back({param});
+        },
+        [](CustomParam& param) { param.unit = UnitKind{1000}; }};
+    for (const auto make_unknown : spoil) {
+        refused.push_back({Custom("Fine")});
+        make_unknown(refused.back()[0]);
     }
     Registry registry(kOld);
     DataParamList values;
@@ -163,20 +160,13 @@ TEST(Registry, RegistersFromManyThreadsWhileOthersRead) {
             }
         }
     });
-    std::vector<std::thread> writers;
     std::vector<DataParamList> given(4 * 5);
-    for (std::size_t writer = 0; writer < 4; ++writer) {
-        writers.emplace_back([&, writer] {
-            for (std::size_t k = 0; k < 5; ++k) {
-                std::string name("Writer");
-                name.append(std::to_string(writer)).append("_").append(std::to_string(k));
-                registry.RegisterCustom(Vector(name), given[writer * 5 + k]).Ignore();
-            }
-        });
-    }
-    for (std::thread& writer : writers) {
-        writer.join();
-    }
+    lmw::test::InThreads(4, [&](std::size_t writer) {
+        for (std::size_t k = 0; k < 5; ++k) {
+            const std::size_t at = writer * 5 + k;
+            registry.RegisterCustom(Vector("Writer" + std::to_string(at)), given[at]).Ignore();
+        }
+    });
     done = true;
     reader.join();
     EXPECT_EQ(torn.load(), 0);

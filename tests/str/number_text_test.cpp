@@ -1,5 +1,7 @@
 #include "common/str/number_text.h"
 
+#include "common/str/meta_convert.h"
+
 #include "tests/support/property_random.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +32,6 @@ TEST(NumberText, IsTheShortestText) {
 // Property 2.
 TEST(NumberText, ReadsBackToTheSameBits) {
     lmw::test::PropertyRandom random;
-    SCOPED_TRACE(random.Trace());
     for (int round = 0; round < 20000; ++round) {
         const auto value = std::bit_cast<double>(static_cast<std::uint64_t>(random.Engine()()));
         double parsed = 0.0;
@@ -40,8 +41,7 @@ TEST(NumberText, ReadsBackToTheSameBits) {
         } else {
             ASSERT_EQ(std::bit_cast<std::uint64_t>(parsed), std::bit_cast<std::uint64_t>(value));
         }
-        double from_narrow = 0.0;
-        ASSERT_TRUE(str::ParseDouble(str::DoubleNarrowText(value), from_narrow).Succeeded());
+        ASSERT_TRUE(str::ParseDouble(str::DoubleNarrowText(value), parsed).Succeeded());
     }
 }
 
@@ -88,12 +88,10 @@ TEST(NumberText, RefusesWhatIsNotANumberFromEndToEnd) {
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(row.text)));
         double real = 4711.0;
-        const gtl::status real_status = str::ParseDouble(std::wstring_view(row.text), real);
-        EXPECT_EQ(real_status.MessageId(), row.as_double);
+        EXPECT_EQ(str::ParseDouble(std::wstring_view(row.text), real).MessageId(), row.as_double);
         EXPECT_EQ(real == 4711.0, row.as_double != 0);
         std::int32_t whole = 4711;
-        const gtl::status whole_status = str::ParseInt(row.text, whole);
-        EXPECT_EQ(whole_status.MessageId(), row.as_int);
+        EXPECT_EQ(str::ParseInt(row.text, whole).MessageId(), row.as_int);
         EXPECT_EQ(whole == 4711, row.as_int != 0);
     }
     const std::wstring many_digits = std::wstring(400, L'9') + L"e-5";
@@ -118,6 +116,43 @@ TEST(NumberText, WholeNumbersCoverTheirTypesExactly) {
     EXPECT_TRUE(str::ParseUInt(L"4294967295", unsigned32).Succeeded());
     EXPECT_EQ(unsigned32, 4294967295U);
     EXPECT_EQ(str::ParseUInt(L"-1", unsigned32).MessageId(), kInvalidChar);
+}
+
+template <class From, class To>
+gtl::status Convert(const From& from, To& to) {
+    return meta::MetaConvertSrcDestFmtString<From, To>::Convert(from, to,
+                                                                meta::MetaFormatType::kKey, 0);
+}
+
+template <class Value>
+void ExpectRoundTrip(Value value, const std::wstring& text) {
+    std::wstring written;
+    Value read{};
+    EXPECT_TRUE(Convert(value, written).Succeeded());
+    EXPECT_EQ(written, text);
+    EXPECT_TRUE(Convert(text, read).Succeeded());
+    EXPECT_EQ(read, value);
+}
+
+template <class Value>
+void ExpectFailure(const std::wstring& text, Value untouched, std::uint32_t message_id) {
+    Value value = untouched;
+    EXPECT_EQ(Convert(text, value).MessageId(), message_id);
+    EXPECT_EQ(value, untouched);
+}
+
+TEST(MetaConvert, ValuesRoundTripThroughTextAndFailuresLeaveThemAlone) {
+    ExpectRoundTrip<int>(-2147483647 - 1, L"-2147483648");
+    ExpectRoundTrip<double>(0.1 + 0.2, L"0.30000000000000004");
+    ExpectRoundTrip<bool>(true, L"true");
+    ExpectRoundTrip<bool>(false, L"false");
+    bool from_number = false;
+    EXPECT_TRUE(Convert(std::wstring(L"1"), from_number).Succeeded() && from_number);
+    ExpectFailure<int>(L"12 ", 7, 20218U);
+    ExpectFailure<int>(L"9999999999", 7, 20221U);
+    ExpectFailure<double>(L"1.5.", 7.5, 20218U);
+    ExpectFailure<bool>(L"TRUE", true, 20220U);
+    ExpectFailure<bool>(L"", false, 20220U);
 }
 
 }  // namespace

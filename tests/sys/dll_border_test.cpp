@@ -10,7 +10,9 @@
 #include <gtest/gtest.h>
 
 #include <exception>
+#include <functional>
 #include <stdexcept>
+#include <tuple>
 #include <typeinfo>
 
 namespace {
@@ -52,23 +54,18 @@ TEST(DllBorder, ExceptionsOfAModuleAreCaughtWithTheirStatusAndByTheirBase) {
 }
 
 TEST(DllBorder, ExceptionsOfTheProgramAreCaughtInAModule) {
-    struct Row {
-        std::function<void()> action;
-        std::string as;
-        std::string text;
-    };
-    const std::vector<Row> rows = {
+    const std::tuple<std::function<void()>, const char*, const char*> rows[] = {
         {[] { throw gtl::status_exception(gtl::status::FromText(L"told")); }, "status_exception",
          "told"},
         {[] { ThrowOutOfRange("there and back"); }, "logic_error", "there and back"},
         {[] { throw OwnError("own"); }, "exception", "own"},
         {[] { throw 7; }, "unknown", ""},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.as);
-        const Caught caught = CatchFrom(row.action);
-        EXPECT_EQ(caught.as, row.as);
-        EXPECT_EQ(caught.text, row.text);
+    for (const auto& [action, as, text] : rows) {
+        SCOPED_TRACE(as);
+        const Caught caught = CatchFrom(action);
+        EXPECT_EQ(caught.as, as);
+        EXPECT_EQ(caught.text, text);
         EXPECT_EQ(caught.uncaught_inside, 1);
         EXPECT_EQ(caught.uncaught_after, 0);
     }

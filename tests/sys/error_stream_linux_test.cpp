@@ -15,8 +15,7 @@
 
 namespace {
 
-using lmw::test::DefineEnvironmentVariable;
-using lmw::test::RemoveEnvironmentVariable;
+using namespace lmw::test;
 
 // Standard error is the terminal for the life time of this object.
 class TerminalAsErrorStream {

@@ -24,7 +24,7 @@ void Discard(double value) {
 }
 
 struct Row {
-    std::string name;
+    const char* name;
     FloatingPointException exception;
     unsigned raised;  // overflow and underflow are inexact as well
     std::function<void()> operation;
