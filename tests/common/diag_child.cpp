@@ -9,11 +9,15 @@
 #include "common/event_sink.h"
 #include "common/log.h"
 
+#include "tests/support/threads.h"
 #include "tests/sys/child_process.h"
 
+#include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <cstdlib>
 #include <iostream>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -68,26 +72,18 @@ int RaceFirstUse() {
     constexpr std::size_t kThreads = 16;
     std::atomic<std::size_t> waiting = 0;
     std::vector<FirstAnswers> answers(kThreads);
-    std::vector<std::thread> threads;
-    for (std::size_t t = 0; t < kThreads; ++t) {
-        threads.emplace_back([&, t] {
-            ++waiting;
-            while (waiting < kThreads) {  // so that all start together
-                std::this_thread::yield();
-            }
-            LMW_LOG(kVerbose, kEveryFilter, "filtered by the command line");
-            answers[t] = {LogFilter::MinLevel(), LogFilter::CategoryMask(), IsSafeMode(),
-                          &CatchErrorEventSink::Instance(), EventSinks::Default().get()};
-            LMW_LOG(kError, MakeCategoryMask("io"), "error");
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    bool agreed = true;
-    for (const FirstAnswers& answer : answers) {
-        agreed = agreed && answer == answers[0];
-    }
+    lmw::test::InThreads(kThreads, [&](std::size_t t) {
+        ++waiting;
+        while (waiting < kThreads) {  // so that all start together
+            std::this_thread::yield();
+        }
+        LMW_LOG(kVerbose, kEveryFilter, "filtered by the command line");
+        answers[t] = {LogFilter::MinLevel(), LogFilter::CategoryMask(), IsSafeMode(),
+                      &CatchErrorEventSink::Instance(), EventSinks::Default().get()};
+        LMW_LOG(kError, MakeCategoryMask("io"), "error");
+    });
+    const auto agreed =
+        std::count(answers.begin(), answers.end(), answers[0]) == std::ptrdiff_t{kThreads};
     const auto& catcher = CatchErrorEventSink::Instance();
     std::cout << (agreed ? "agreed" : "disagreed") << " on level " << answers[0].level << ", "
               << catcher.Count() << " errors in " << CategoryNames(catcher.LastCategory()) << '\n';
@@ -123,25 +119,20 @@ int LogUntilTheEnd() {
     return EXIT_SUCCESS;
 }
 
+int ReportAssertInteractive() {
+    // Without the library's and the sanitizers' work at exit, which a debugger would disturb.
+    std::_Exit(IsAssertInteractive() ? lmw::test::kYes : lmw::test::kNo);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::string_view mode = argc > 1 ? argv[1] : "";
-    if (mode == lmw::test::kPrintSettings) {
-        return PrintSettings();
-    }
-    if (mode == lmw::test::kRaceFirstUse) {
-        return RaceFirstUse();
-    }
-    if (mode == lmw::test::kExhaustCategories) {
-        return ExhaustCategories();
-    }
-    if (mode == lmw::test::kLogUntilTheEnd) {
-        return LogUntilTheEnd();
-    }
-    if (mode == "report-assert-interactive") {
-        // Without the library's and the sanitizers' work at exit, which a debugger would disturb.
-        std::_Exit(IsAssertInteractive() ? lmw::test::kYes : lmw::test::kNo);
-    }
-    return EXIT_FAILURE;
+    const std::map<std::string_view, int (*)()> modes = {
+        {lmw::test::kPrintSettings, PrintSettings},
+        {lmw::test::kRaceFirstUse, RaceFirstUse},
+        {lmw::test::kExhaustCategories, ExhaustCategories},
+        {lmw::test::kLogUntilTheEnd, LogUntilTheEnd},
+        {"report-assert-interactive", ReportAssertInteractive}};
+    const auto mode = modes.find(argc > 1 ? argv[1] : "");
+    return mode != modes.end() ? mode->second() : EXIT_FAILURE;
 }

@@ -36,12 +36,13 @@ class LogTest : public ::testing::Test {
     LogTest() { LogFilter::Set(kInformation, kDefaultCategories); }
     ~LogTest() override { LogFilter::Set(kInformation, kDefaultCategories); }
 
-    // The text of the only message since the last call.
-    std::wstring Text() {
+    // The only message since the last call.
+    RecordedMessage Message() {
         const std::vector<RecordedMessage> messages = sink_->Take();
         EXPECT_EQ(messages.size(), 1U);
-        return messages.size() == 1 ? messages[0].text : L"not one message";
+        return messages.size() == 1 ? messages[0] : RecordedMessage{};
     }
+    std::wstring Text() { return Message().text; }
 
     ScopedRecordingSink sink_;
 };
@@ -49,14 +50,13 @@ class LogTest : public ::testing::Test {
 TEST_F(LogTest, MacroPassesTheMessageAndItsPlace) {
     const int line = __LINE__ + 1;
     LMW_LOG(kError, 1, L"%d of %s", 3, L"five");
-    const std::vector<RecordedMessage> messages = sink_->Take();
-    ASSERT_EQ(messages.size(), 1U);
-    EXPECT_EQ(messages[0].level, kError);
-    EXPECT_EQ(messages[0].category, 1);
-    EXPECT_EQ(messages[0].text, L"3 of five");
-    EXPECT_NE(messages[0].file.find("log_test.cpp"), std::string::npos);
-    EXPECT_EQ(messages[0].line, line);
-    EXPECT_EQ(messages[0].function, static_cast<const char*>(__func__));
+    const RecordedMessage message = Message();
+    EXPECT_EQ(message.level, kError);
+    EXPECT_EQ(message.category, 1);
+    EXPECT_EQ(message.text, L"3 of five");
+    EXPECT_NE(message.file.find("log_test.cpp"), std::string::npos);
+    EXPECT_EQ(message.line, line);
+    EXPECT_EQ(message.function, static_cast<const char*>(__func__));
 }
 
 TEST_F(LogTest, MacroIsOneStatement) {
@@ -108,11 +108,10 @@ TEST_F(LogTest, NarrowFormatsAreWidened) {
 
 TEST_F(LogTest, PrintfLogsInformationInTheDefaultCategories) {
     logprintf("%s %d%%", "done", 40);
-    const std::vector<RecordedMessage> messages = sink_->Take();
-    ASSERT_EQ(messages.size(), 1U);
-    EXPECT_EQ(messages[0].level, 1);
-    EXPECT_EQ(messages[0].category, 3);
-    EXPECT_EQ(messages[0].text, L"done 40%");
+    const RecordedMessage message = Message();
+    EXPECT_EQ(message.level, 1);
+    EXPECT_EQ(message.category, 3);
+    EXPECT_EQ(message.text, L"done 40%");
     LogFilter::Set(kWarning, kAllCategories);
     logprintf("filtered");
     EXPECT_TRUE(sink_->Take().empty());
@@ -121,10 +120,9 @@ TEST_F(LogTest, PrintfLogsInformationInTheDefaultCategories) {
 TEST_F(LogTest, HandlerDoesNotAskTheFilter) {
     LogFilter::Set(kNoLevel, 0);
     LogMacroHandler(kVerbose, 0, nullptr, 7, nullptr)(L"anyway");
-    const std::vector<RecordedMessage> messages = sink_->Take();
-    ASSERT_EQ(messages.size(), 1U);
-    EXPECT_EQ(messages[0].file + messages[0].function, "");
-    EXPECT_EQ(messages[0].line, 7);
+    const RecordedMessage message = Message();
+    EXPECT_EQ(message.file + message.function, "");
+    EXPECT_EQ(message.line, 7);
 }
 
 TEST_F(LogTest, TheLastErrorSurvivesAMessage) {

@@ -23,8 +23,7 @@ std::wstring Printed(std::wstring_view format, const Arguments&... arguments) {
     return PrintfText(format, packed);
 }
 
-// Properties 1 and 2.
-TEST(PrintfText, TakesTextOfEitherKindForEveryTextConversion) {
+TEST(PrintfText, TakesTextOfEitherKindForEveryTextConversion) {  // properties 1 and 2
     for (const wchar_t* format : {L"<%s>", L"<%S>", L"<%hs>", L"<%ls>", L"<%ws>"}) {
         EXPECT_EQ(Printed(format, L"wide"), L"<wide>");
         EXPECT_EQ(Printed(format, std::string("narrow")), L"<narrow>");
@@ -60,8 +59,7 @@ TEST(PrintfText, IgnoresLengthModifiers) {
     EXPECT_EQ(Printed(L"%Lf", 1.5L), L"1.500000");
 }
 
-// Property 3.
-TEST(PrintfText, ShowsTheTwosComplementOfANegativeIntegerInItsOwnSize) {
+TEST(PrintfText, ShowsTheTwosComplementOfANegativeIntegerInItsOwnSize) {  // property 3
     EXPECT_EQ(Printed(L"%x|%x|%x|%llx", std::int8_t{-1}, std::int16_t{-1}, std::int32_t{-1},
                       std::int64_t{-1}),
               L"ff|ffff|ffffffff|ffffffffffffffff");
@@ -70,8 +68,7 @@ TEST(PrintfText, ShowsTheTwosComplementOfANegativeIntegerInItsOwnSize) {
               L"-9223372036854775808|3000000000");
 }
 
-// Property 4.
-TEST(PrintfText, KeepsPlaceholdersThatItCannotFill) {
+TEST(PrintfText, KeepsPlaceholdersThatItCannotFill) {  // property 4
     EXPECT_EQ(Printed(L"%d and %5.2f"), L"%d and %5.2f");
     EXPECT_EQ(Printed(L"%d %d", 1), L"1 %d");
     EXPECT_EQ(Printed(L"%y %d", 1), L"%y 1");
@@ -85,8 +82,7 @@ TEST(PrintfText, KeepsPlaceholdersThatItCannotFill) {
     EXPECT_EQ(Printed(L"%s", L"%d %n %s"), L"%d %n %s");
 }
 
-// Property 5.
-TEST(PrintfText, CutsTextByPrecisionOnlyAndReadsNoFurther) {
+TEST(PrintfText, CutsTextByPrecisionOnlyAndReadsNoFurther) {  // property 5
     const std::wstring text(1'000'000, L'x');
     EXPECT_EQ(Printed(L"%s%s", text, text).size(), 2'000'000U);
     EXPECT_EQ(Printed(L"%.5000s", text).size(), 5000U);
@@ -105,8 +101,7 @@ TEST(PrintfText, BoundsWidthsAndPrecisionsOfNumbers) {
     EXPECT_EQ(Printed(L"%*d|%d", L"no width", 1, 2), L"1|2");
 }
 
-// Property 6.
-TEST(PrintfText, NeverWritesThroughAPointer) {
+TEST(PrintfText, NeverWritesThroughAPointer) {  // property 6
     int count = -1;
     EXPECT_EQ(Printed(L"abc%n%d", &count, 5), L"abc5");
     EXPECT_EQ(count, -1);

@@ -30,8 +30,7 @@ using gtl::bound_kind;
 using gtl::impl::range_error;
 using lmw::diag::impl::SysCodeAsString_;
 
-// Property 1.
-TEST(Status, DefaultIsSuccessWithoutRecordTextOrAllocation) {
+TEST(Status, DefaultIsSuccessWithoutRecordTextOrAllocation) {  // property 1
     const status success;
     EXPECT_TRUE(success.Succeeded());
     EXPECT_EQ(success.Detail(), nullptr);
@@ -146,64 +145,50 @@ TEST(StatusException, NextTextOverwritesTheSharedBufferWhichStaysReadable) {
 struct FactoryRow {
     status made;
     std::uint32_t message_id;
-    std::vector<std::wstring> arguments;
+    std::size_t arguments;  // of "a", "b" and "c"
 };
 
 std::vector<FactoryRow> AllFactories() {
-    const std::vector<std::wstring> a = {L"a"};
-    const std::vector<std::wstring> ab = {L"a", L"b"};
-    const std::vector<std::wstring> abc = {L"a", L"b", L"c"};
+    // clang-format off
     return {
-        {LmwError::Undefined(), 24181, {}},
-        {LmwError::dll_load(L"a", L"b"), 20503, ab},
-        {LmwError::err_sysserv(L"a", L"b"), 20755, ab},
-        {LmwError::err_sysserv(L"a", L"b", L"c"), 20755, abc},
-        {LmwError::mngsrv(), 20706, {}},
-        {LmwError::syntax(L"a"), 20754, a},
-        {LmwError::syntax("a"), 20754, a},
-        {LmwError::unexpected_exception(L"a"), 20654, a},
-        {LmwError::unexpected_exception("a"), 20654, a},
-        {File::copy(L"a", L"b", L"c"), 20516, abc},
-        {File::create_dir(L"a", L"b"), 20517, ab},
-        {File::del(L"a", L"b"), 20518, ab},
-        {File::file_not_found(L"a"), 20524, a},
-        {File::file_path_too_long(L"a", ~0ULL), 20527, {L"a", L"18446744073709551615"}},
-        {File::find(L"a", L"b"), 20519, ab},
-        {File::get_temp_path(L"a"), 20520, a},
-        {File::invalid_path(L"a"), 20521, a},
-        {File::open(L"a", L"b"), 20526, ab},
-        {File::read(L"a", L"b"), 20536, ab},
-        {File::rename(L"a", L"b", L"c"), 20538, abc},
-        {File::save_over_readonly(L"a"), 20539, a},
-        {File::set_attrib(L"a", L"b"), 20540, ab},
-        {File::shell_missing_association(L"a", L"b"), 20514, ab},
-        {File::unknown_file_type(L"a"), 20758, a},
-        {File::write(L"a", L"b"), 20541, ab},
-        {Convert::InvalidCharStatus(L"a", L"b"), 20218, ab},
-        {Convert::NotSupportedStatus(L"a", L"b"), 20219, ab},
-        {Convert::OutOfRangeStatus(L"a", L"b"), 20220, ab},
-        {Convert::OverflowStatus(L"a", L"b"), 20221, ab},
-        {gtl::RangeStatusFormat(), 24389, {}},
-        {range_error::ValueIsRequired(), 20914, {}},
+        {LmwError::Undefined(), 24181, 0},              {LmwError::dll_load(L"a", L"b"), 20503, 2},
+        {LmwError::err_sysserv(L"a", L"b"), 20755, 2},  {LmwError::err_sysserv(L"a", L"b", L"c"), 20755, 3},
+        {LmwError::mngsrv(), 20706, 0},                 {LmwError::syntax(L"a"), 20754, 1},
+        {LmwError::syntax("a"), 20754, 1},              {LmwError::unexpected_exception(L"a"), 20654, 1},
+        {LmwError::unexpected_exception("a"), 20654, 1},
+        {File::copy(L"a", L"b", L"c"), 20516, 3},       {File::create_dir(L"a", L"b"), 20517, 2},
+        {File::del(L"a", L"b"), 20518, 2},              {File::file_not_found(L"a"), 20524, 1},
+        {File::find(L"a", L"b"), 20519, 2},             {File::get_temp_path(L"a"), 20520, 1},
+        {File::invalid_path(L"a"), 20521, 1},           {File::open(L"a", L"b"), 20526, 2},
+        {File::read(L"a", L"b"), 20536, 2},             {File::rename(L"a", L"b", L"c"), 20538, 3},
+        {File::save_over_readonly(L"a"), 20539, 1},     {File::set_attrib(L"a", L"b"), 20540, 2},
+        {File::shell_missing_association(L"a", L"b"), 20514, 2},
+        {File::unknown_file_type(L"a"), 20758, 1},      {File::write(L"a", L"b"), 20541, 2},
+        {Convert::InvalidCharStatus(L"a", L"b"), 20218, 2},
+        {Convert::NotSupportedStatus(L"a", L"b"), 20219, 2},
+        {Convert::OutOfRangeStatus(L"a", L"b"), 20220, 2},
+        {Convert::OverflowStatus(L"a", L"b"), 20221, 2},
+        {gtl::RangeStatusFormat(), 24389, 0},           {range_error::ValueIsRequired(), 20914, 0},
     };
+    // clang-format on
 }
 
 TEST(Errors, FactoriesGiveTheirMessageItsTextAndArguments) {
+    const wchar_t* const kTexts[] = {L"a", L"b", L"c"};
     for (const FactoryRow& row : AllFactories()) {
         SCOPED_TRACE(row.message_id);
         EXPECT_EQ(row.made.MessageId(), row.message_id);
         EXPECT_GT(row.made.as_wstring().size(), 8U);
-        auto arguments = row.arguments;
-        arguments.resize(status::kMaxArguments);
-        EXPECT_TRUE(
-            std::equal(arguments.begin(), arguments.end(), row.made.Detail()->Arguments().begin()));
+        std::array<std::wstring, status::kMaxArguments> arguments;
+        std::copy_n(kTexts, row.arguments, arguments.begin());
+        EXPECT_EQ(row.made.Detail()->Arguments(), arguments);
         // A template may have a place for an argument that only some overloads give.
         std::size_t placeholders = 0;
         const std::wstring text = App::Default().MessageText(row.message_id);
         for (std::size_t at = text.find(L"%s"); at < text.size(); at = text.find(L"%s", at + 2)) {
             ++placeholders;
         }
-        EXPECT_GE(placeholders, row.arguments.size());
+        EXPECT_GE(placeholders, row.arguments);
     }
     for (const std::uint32_t plain :
          {20898U, 21652U, 21622U, 27550U, 20549U, 21638U, 20547U, 21139U, 21147U}) {
@@ -211,6 +196,9 @@ TEST(Errors, FactoriesGiveTheirMessageItsTextAndArguments) {
         EXPECT_EQ(App::Default().MessageText(plain).find(L'%'), std::wstring::npos) << plain;
     }
     EXPECT_EQ(App::Default().MessageText(1), L"");
+    EXPECT_EQ(File::file_path_too_long(L"a", ~0ULL).Detail()->Arguments(),
+              (std::array<std::wstring, status::kMaxArguments>{L"a", L"18446744073709551615"}));
+    EXPECT_EQ(File::file_path_too_long(L"a", 1).MessageId(), 20527U);
     EXPECT_EQ(lmw::MessageText(23262, {L"Stage", L"4"}), L"Stage (run 4)");
 }
 

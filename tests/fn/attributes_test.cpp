@@ -113,7 +113,7 @@ TEST(Attributes, ConvertToAndFromText) {
         {"text", L"loam", L"a,b(c\\", nullptr},
         {"tail", L"Cycle", L"-2.5", L"cycle"},
         {"points", L"0 1;2.5 -1e-300", L"", L"1 2;3"},
-        {"param", L"PorePressure", L"744", L"PorePressur"},
+        {"param", L"PorePressure", L"Porosity", L"PorePressur"},
         {"gid", L"150", L"0", L"1.5"},
     };
     for (const Row& row : rows) {
@@ -137,7 +137,9 @@ TEST(Attributes, ConvertToAndFromText) {
     EXPECT_EQ(function.points, (PointList{{1.0, 2.0}, {3.0, 4.0}}));
     EXPECT_TRUE(attributes::Set(function, Key("param"), std::wstring()).Succeeded());
     EXPECT_EQ(function.param, DataParamType::Null);
+    EXPECT_TRUE(attributes::Set(function, Key("param"), std::wstring(L"744")).Succeeded());
     EXPECT_TRUE(attributes::Set(function, Key("param"), std::wstring(L"745")).Failed());
+    EXPECT_EQ(function.param, DataParamType{744});
 }
 
 TEST(Attributes, ConvertNumbersWhereTheValueSurvives) {

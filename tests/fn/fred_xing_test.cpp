@@ -39,8 +39,7 @@ TEST(FredXing, AgreesWithTheFormulaAndWithPublishedValues) {
     }
 }
 
-// Property 1.
-TEST(FredXing, IsSaturatedWithoutSuctionOrScale) {
+TEST(FredXing, IsSaturatedWithoutSuctionOrScale) {  // property 1
     const FredXing curve(10.0, 2.0, 0.7, 0.45, 1e6);
     for (const double pressure :
          {0.0, -0.0, 1e-300, 50.0, std::numeric_limits<double>::infinity()}) {
@@ -51,8 +50,7 @@ TEST(FredXing, IsSaturatedWithoutSuctionOrScale) {
     }
 }
 
-// Property 2.
-TEST(FredXing, IsEmptyAtTheLimitAndNegativeBeyond) {
+TEST(FredXing, IsEmptyAtTheLimitAndNegativeBeyond) {  // property 2
     const FredXing curve(10.0, 2.0, 0.7, 0.45, 1e6);
     EXPECT_EQ(curve(-1e6), 0.0);
     EXPECT_LT(curve(-2e6), 0.0);
@@ -255,8 +253,7 @@ TEST(FredXingFit, IsNeverWorseThanTheCallersStart) {
     }
 }
 
-// Property 3.
-TEST(FredXingFit, DoesNotDependOnTheUnitOfPressure) {
+TEST(FredXingFit, DoesNotDependOnTheUnitOfPressure) {  // property 3
     const FredXing truth(30.0, 1.2, 0.9, 0.5, 1e6);
     std::vector<FPOINT> in_kilopascals;
     std::vector<FPOINT> in_psf;

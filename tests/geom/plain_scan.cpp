@@ -109,8 +109,7 @@ class PlainScan {
         const Line2D* a;
         const Line2D* b;
         int code;
-        Point2D p0;
-        Point2D p1;
+        Point2D p0, p1;
     };
 
     static bool IsPlaceholder(const Line2D& line) {

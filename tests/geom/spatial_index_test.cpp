@@ -42,8 +42,7 @@ TEST(CellTable, CoordinatesNearABorderHaveBothNeighbours) {  // property 3
     table.Initialize({0, 4, 0, 2}, 4, 2, 1, kPrecision);
     struct Row {
         double x;
-        int first;
-        int second;
+        int first, second;
     };
     for (const Row& row :
          {Row{0.5, 0, -1}, Row{1.0, 0, 1}, Row{1.0 - 0.9 * kH, 0, 1}, Row{1.0 + 0.9 * kH, 0, 1},
@@ -141,12 +140,6 @@ TEST(CellTable, AssignAndFindAllAgreeWithEveryCellTestedAlone) {  // properties 
             EXPECT_EQ(marked_somewhere, std::count(found.begin(), found.end(), k) == 1);
         }
     }
-}
-
-TEST(CellTable, NeverInitializedHoldsNothing) {
-    CellTable table;
-    table.Assign({{{0, 0}, {1, 1}}});
-    EXPECT_EQ(0U, table.CountX());
 }
 
 TEST(CellTable, ARingFindsWhatItsCellsHold) {

@@ -120,13 +120,13 @@ TEST(PiecewisePolynomial, EvaluatesSuppliedCubicsByHornerFromTheLeftEnd) {
 
 TEST(PiecewisePolynomial, ConstructsExactSecants) {
     PiecewisePolynomial lines;
-    ASSERT_EQ(lines.Start({0.1, 0.4, 2.2}, {1.0, 3.0, -0.7}), EngineError::kNone);
+    ASSERT_EQ(lines.Start({0.1, 0.4, 2.2}, {1.0, 7.0, -0.7}), EngineError::kNone);
     ASSERT_EQ(lines.SetOrder(kLinearOrder), EngineError::kNone);
     ASSERT_EQ(lines.Construct(), EngineError::kNone);
     const auto c = lines.Coefficients();
     ASSERT_EQ(c.size(), 4U);
-    EXPECT_EQ(c[1], (3.0 - 1.0) / (0.4 - 0.1));
-    EXPECT_EQ(c[3], (-0.7 - 3.0) / (2.2 - 0.4));
+    EXPECT_EQ(c[1], (7.0 - 1.0) / (0.4 - 0.1));  // the product with 1 / 0.3 is another double
+    EXPECT_EQ(c[3], (-0.7 - 7.0) / (2.2 - 0.4));
 }
 
 TEST(ConstructionScope, MarksTheThreadAndRestoresWhatItFound) {

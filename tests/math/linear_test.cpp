@@ -18,11 +18,8 @@ const TailType kCycle = TailType::Cycle();
 TEST(LinearCurve, HasValueAndDerivativeInEveryTail) {
     struct Row {
         const char* why;
-        TailType before;
-        TailType after;
-        double x;
-        double value;
-        double derivative;
+        TailType before, after;
+        double x, value, derivative;
     };
     const Row rows[] = {
         {"the slope at a point is that on its right", kNone, kNone, 2.0, 30.0, -5.0},

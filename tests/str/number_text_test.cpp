@@ -29,8 +29,7 @@ TEST(NumberText, IsTheShortestText) {
     }
 }
 
-// Property 2.
-TEST(NumberText, ReadsBackToTheSameBits) {
+TEST(NumberText, ReadsBackToTheSameBits) {  // property 2
     lmw::test::PropertyRandom random;
     for (int round = 0; round < 20000; ++round) {
         const auto value = std::bit_cast<double>(static_cast<std::uint64_t>(random.Engine()()));
@@ -62,8 +61,7 @@ constexpr std::uint32_t kInvalidChar = 20218;
 constexpr std::uint32_t kOutOfRange = 20220;
 constexpr std::uint32_t kOverflow = 20221;
 
-// Property 1.
-TEST(NumberText, RefusesWhatIsNotANumberFromEndToEnd) {
+TEST(NumberText, RefusesWhatIsNotANumberFromEndToEnd) {  // property 1
     struct Row {
         const wchar_t* text;
         std::uint32_t as_double;  // 0: accepted
