@@ -216,6 +216,7 @@ TEST(Diagnostics, FlagsAreSetForTheProcessEachByItself) {
     SetAssertInteractive(interactive);
 }
 
+// The thread sanitizer watches.
 TEST(LogThreads, LogFilterRegisterAndChangeSinksAtOnce) {
     constexpr std::size_t kThreads = 8;
     constexpr std::size_t kRounds = 200;
