@@ -294,7 +294,7 @@ TEST(FredXingFit, BadInputLeavesTheParametersAlone) {
               FredXingFit::kBadInput);
 }
 
-TEST(FredXingFit, DataThatDoNotDetermineAParameterEndAtABound) {
+TEST(FredXingFit, SaysWhenTheDataDoNotDetermineTheParameters) {
     // UNSODA 2.0, code 1115: no residual part was measured, so the scale runs away.
     const auto points = FromHeads(
         {0, 10, 20, 30, 40, 60, 90, 180, 405, 810, 1630},
@@ -306,10 +306,19 @@ TEST(FredXingFit, DataThatDoNotDetermineAParameterEndAtABound) {
     const FredXingFit steep = FredXing::Fit(0.4, step, UnitSet::KiloPascal(), kNoStart);
     math::fpu::Exception::Off();
     EXPECT_EQ(fit.code, FredXingFit::kAtBound);
-    EXPECT_DOUBLE_EQ(fit.a, 1e5);
+    EXPECT_EQ(fit.a, 1e5);
     EXPECT_EQ(fit.covariance[0], kUndefined);
     EXPECT_EQ(steep.code, FredXingFit::kAtBound);
-    EXPECT_DOUBLE_EQ(steep.n, 100.0);
+    EXPECT_EQ(steep.n, 100.0);
+    // One suction alone: all parameters run to bounds, where the sum is flat.
+    const std::vector<FPOINT> same(4, FPOINT{-1.0, 0.4});
+    EXPECT_EQ(FredXing::Fit(0.4, same, UnitSet::KiloPascal(), kNoStart).code,
+              FredXingFit::kAtBound);
+    // Two suctions leave a valley of equally good curves.
+    const std::vector<FPOINT> two = {{-1, 0.39}, {-1, 0.38}, {-10, 0.2}, {-10, 0.21}};
+    const FredXingFit valley = FredXing::Fit(0.4, two, UnitSet::KiloPascal(), kNoStart);
+    EXPECT_EQ(valley.code, FredXingFit::kUndetermined);
+    EXPECT_EQ(valley.covariance[0], kUndefined);
 }
 
 // Reference fits of measured drying curves, computed with other software by a multi-start search.

@@ -67,7 +67,7 @@ TEST(Create, MakesAPreparedFunctionOfItsText) {
     }
 }
 
-TEST(Create, KeepsTheReasonInAnUndefinedFunction) {
+TEST(Create, KeepsReasonAndTextInAnUndefinedFunction) {
     const std::tuple<const wchar_t*, std::uint32_t, const wchar_t*> rows[] = {
         {L"Linear", 20547, L""},
         {L"Bezier(1)", 20220, L"Bezier"},
@@ -89,6 +89,8 @@ TEST(Create, KeepsTheReasonInAnUndefinedFunction) {
         EXPECT_EQ(Create(text, function).MessageId(), message);
         ASSERT_TRUE(impl::IsUndefined(&*function));
         EXPECT_EQ(static_cast<const FnUndefined&>(*function).Name(), name);
+        const IFn copy = IFn(function->Clone());
+        EXPECT_EQ(impl::as_wstring(*copy), text);
         EXPECT_EQ(At(function, 1.0), kUndefined);
         EXPECT_EQ(handler.Take().at(0).message_id, message);
     }

@@ -110,6 +110,9 @@ TEST(LineDiscretize, ReportsWhatCannotBeDivided) {
         {"second interval", {At(0, 1), At(5, 1), At(5, 1)}, 4, kPrecision},
         {"enforced spacings reach the length", {At(0, 2, true), At(4, 2, true)}, 4, kPrecision},
         {"points fall together", {At(0, 1), At(4, 1)}, 8, coarse},
+        {"too many to be made", {At(0, 1), At(4, 1)}, 4000000000, kPrecision},
+        {"infinite", {At(0, 1), At(HUGE_VAL, 1)}, 4000000000, kPrecision},
+        {"enforced backwards", {At(0, -1, true), At(4, 1)}, 4, kPrecision},
         {"invalid end", {At(0, 1), {{}, {1, false}}}, 4, kPrecision},
     };
     for (const auto& [name, constraints, divisions, precision] : rows) {
