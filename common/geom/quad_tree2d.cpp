@@ -5,6 +5,7 @@
 #include "common/geom/extents2d.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -13,6 +14,10 @@ namespace Geom {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+/// In half-epsilons, how far beyond a midline a query looks: an area may stick out of its quadrants
+/// by one and be touched by one more.
+constexpr double kQueryReach = 2.0;
 
 bool IsIndexable(gtl::iterator_range<const Point2D*> points) noexcept {
     return !points.empty() && std::all_of(points.begin(), points.end(), [](const Point2D& p) {
@@ -31,6 +36,76 @@ double SquaredDistanceToBox(const Extents2D& box, const Point2D& p) noexcept {
     const double dx = std::max({box.x_min - p.x, 0.0, p.x - box.x_max});
     const double dy = std::max({box.y_min - p.y, 0.0, p.y - box.y_max});
     return dx * dx + dy * dy;
+}
+
+/// The midlines of a node's box. An axis too short to be told apart is not split: everything counts
+/// as left or top.
+struct Split {
+    double x = 0.0;
+    double y = 0.0;
+    bool splits_x = false;
+    bool splits_y = false;
+};
+using Quadrants = std::array<bool, 4>;  // left top, right top, left bottom, right bottom
+
+Split SplitOf(const Extents2D& box, const Precision3D& precision) noexcept {
+    // Below eight half-epsilons whatever lies near the middle also lies near the edges, and would
+    // be stored in all quadrants of all depths.
+    constexpr double kNarrowest = 8.0;
+    Split split;
+    split.x = 0.5 * box.x_min + 0.5 * box.x_max;
+    split.y = 0.5 * box.y_min + 0.5 * box.y_max;
+    split.splits_x = box.x_max - box.x_min >= kNarrowest * precision.halfEpsilon[0] &&
+                     box.x_min < split.x && split.x < box.x_max;
+    split.splits_y = box.y_max - box.y_min >= kNarrowest * precision.halfEpsilon[1] &&
+                     box.y_min < split.y && split.y < box.y_max;
+    return split;
+}
+
+Extents2D QuadrantBox(const Extents2D& box, const Split& split, std::size_t quadrant) noexcept {
+    Extents2D part = box;
+    if (split.splits_x) {
+        (quadrant % 2 == 0 ? part.x_max : part.x_min) = split.x;
+    }
+    if (split.splits_y) {
+        (quadrant / 2 == 0 ? part.y_min : part.y_max) = split.y;
+    }
+    return part;
+}
+
+/// The quadrants that `box` meets when they are widened (negative: shrunk) by the tolerances. Only
+/// the midlines are looked at: the box already met the node itself, and at the root what lies
+/// outside belongs to the edge.
+Quadrants Met(const Split& split, const Extents2D& box, double hx, double hy) noexcept {
+    const bool left = !split.splits_x || box.x_min <= split.x + hx;
+    const bool right = split.splits_x && box.x_max >= split.x - hx;
+    const bool top = !split.splits_y || box.y_max >= split.y - hy;
+    const bool bottom = split.splits_y && box.y_min <= split.y + hy;
+    return {left && top, right && top, left && bottom, right && bottom};
+}
+
+/// `points` is how many the item of the box has.
+Quadrants EnteredBy(const Split& split, const Extents2D& box, std::size_t points,
+                    const Precision3D& precision) noexcept {
+    const double hx = precision.halfEpsilon[0];
+    const double hy = precision.halfEpsilon[1];
+    if (points > 2) {
+        // By design: areas count only where they really reach, by more than the tolerance. Widening
+        // here as for points and segments would store every shared border on both sides.
+        const Quadrants reached = Met(split, box, -hx, -hy);
+        if (std::find(reached.begin(), reached.end(), true) != reached.end()) {
+            return reached;
+        }
+    }
+    return Met(split, box, hx, hy);
+}
+
+/// `condition != 0 ? yes : no` for 0 or 1, as arithmetic on the bits, which no compiler makes a
+/// branch of.
+double Choose(unsigned condition, double yes, double no) noexcept {
+    const std::uint64_t mask = 0 - std::uint64_t{condition};
+    return std::bit_cast<double>((std::bit_cast<std::uint64_t>(yes) & mask) |
+                                 (std::bit_cast<std::uint64_t>(no) & ~mask));
 }
 
 }  // namespace
@@ -86,57 +161,6 @@ gtl::iterator_range<const Point2D*> QuadTree2D::At(unsigned id) const noexcept {
     return {pool_.data() + items_[id].begin, pool_.data() + items_[id].end};
 }
 
-QuadTree2D::Split QuadTree2D::SplitOf(const Extents2D& box) const noexcept {
-    // Below eight half-epsilons whatever lies near the middle also lies near the edges, and would
-    // be stored in all quadrants of all depths.
-    constexpr double kNarrowest = 8.0;
-    Split split;
-    split.x = 0.5 * box.x_min + 0.5 * box.x_max;
-    split.y = 0.5 * box.y_min + 0.5 * box.y_max;
-    split.splits_x = box.x_max - box.x_min >= kNarrowest * precision_.halfEpsilon[0] &&
-                     box.x_min < split.x && split.x < box.x_max;
-    split.splits_y = box.y_max - box.y_min >= kNarrowest * precision_.halfEpsilon[1] &&
-                     box.y_min < split.y && split.y < box.y_max;
-    return split;
-}
-
-Extents2D QuadTree2D::QuadrantBox(const Extents2D& box, const Split& split,
-                                  std::size_t quadrant) noexcept {
-    Extents2D part = box;
-    if (split.splits_x) {
-        (quadrant % 2 == 0 ? part.x_max : part.x_min) = split.x;
-    }
-    if (split.splits_y) {
-        (quadrant / 2 == 0 ? part.y_min : part.y_max) = split.y;
-    }
-    return part;
-}
-
-/// Only the midlines are looked at: the box already met the node itself, and at the root what lies
-/// outside belongs to the edge.
-QuadTree2D::Quadrants QuadTree2D::Met(const Split& split, const Extents2D& box, double hx,
-                                      double hy) noexcept {
-    const bool left = !split.splits_x || box.x_min <= split.x + hx;
-    const bool right = split.splits_x && box.x_max >= split.x - hx;
-    const bool top = !split.splits_y || box.y_max >= split.y - hy;
-    const bool bottom = split.splits_y && box.y_min <= split.y + hy;
-    return {left && top, right && top, left && bottom, right && bottom};
-}
-
-QuadTree2D::Quadrants QuadTree2D::EnteredBy(const Split& split, unsigned id) const noexcept {
-    const double hx = precision_.halfEpsilon[0];
-    const double hy = precision_.halfEpsilon[1];
-    if (items_[id].end - items_[id].begin > 2) {
-        // By design: areas count only where they really reach, by more than the tolerance. Widening
-        // here as for points and segments would store every shared border on both sides.
-        const Quadrants reached = Met(split, item_boxes_[id], -hx, -hy);
-        if (std::find(reached.begin(), reached.end(), true) != reached.end()) {
-            return reached;
-        }
-    }
-    return Met(split, item_boxes_[id], hx, hy);
-}
-
 void QuadTree2D::InsertAt(std::uint32_t node, const Extents2D& box, std::size_t depth,
                           unsigned id) {
     // No reference to a node is kept across an insertion: the table may move.
@@ -150,7 +174,7 @@ void QuadTree2D::InsertAt(std::uint32_t node, const Extents2D& box, std::size_t 
         ++nodes_[node].count;
         return;
     }
-    const Split split = SplitOf(box);
+    const Split split = SplitOf(box, precision_);
     if (count == kLeafItems && depth < max_depth_ && (split.splits_x || split.splits_y)) {
         const auto stored = nodes_[node].slots;
         nodes_[node] = {NodeKind::kSplit, 0, {}};
@@ -170,8 +194,8 @@ void QuadTree2D::InsertAt(std::uint32_t node, const Extents2D& box, std::size_t 
 
 void QuadTree2D::Distribute(std::uint32_t node, const Extents2D& box, std::size_t depth,
                             unsigned id) {
-    const Split split = SplitOf(box);
-    const Quadrants entered = EnteredBy(split, id);
+    const Split split = SplitOf(box, precision_);
+    const Quadrants entered = EnteredBy(split, item_boxes_[id], At(id).size(), precision_);
     for (std::size_t quadrant = 0; quadrant < entered.size(); ++quadrant) {
         if (!entered[quadrant]) {
             continue;
@@ -203,10 +227,9 @@ void QuadTree2D::VisitLeaves(std::uint32_t node, const Extents2D& box, const Ext
         }
         return;
     }
-    // An area may stick out of its quadrants by one tolerance and be touched by one more.
-    const Split split = SplitOf(box);
-    const Quadrants met =
-        Met(split, query, 2.0 * precision_.halfEpsilon[0], 2.0 * precision_.halfEpsilon[1]);
+    const Split split = SplitOf(box, precision_);
+    const Quadrants met = Met(split, query, kQueryReach * precision_.halfEpsilon[0],
+                              kQueryReach * precision_.halfEpsilon[1]);
     for (std::size_t quadrant = 0; quadrant < met.size(); ++quadrant) {
         if (met[quadrant] && entry.slots[quadrant] != 0) {
             VisitLeaves(entry.slots[quadrant], QuadrantBox(box, split, quadrant), query, visit);
@@ -214,13 +237,41 @@ void QuadTree2D::VisitLeaves(std::uint32_t node, const Extents2D& box, const Ext
     }
 }
 
-bool QuadTree2D::Touches(unsigned id, const Point2D& point) const noexcept {
-    const Extents2D& box = item_boxes_[id];
-    if (!IsExtentsIntersected2D(box, {point.x, point.x, point.y, point.y}, precision_)) {
-        return false;
+/// Nearly every point lies clear of the midlines all the way down. Its way is then a chain of loads
+/// without any branch that depends on the quadrant: every second one would be mispredicted.
+std::uint32_t QuadTree2D::Descend(const Point2D& point, Extents2D& box) const noexcept {
+    const double hx = kQueryReach * precision_.halfEpsilon[0];
+    const double hy = kQueryReach * precision_.halfEpsilon[1];
+    std::uint32_t node = 0;
+    while (nodes_[node].kind == NodeKind::kSplit) {
+        const Split split = SplitOf(box, precision_);
+        const unsigned right = point.x > split.x + hx ? 1 : 0;
+        const unsigned left = point.x < split.x - hx ? 1 : 0;
+        const unsigned top = point.y > split.y + hy ? 1 : 0;
+        const unsigned bottom = point.y < split.y - hy ? 1 : 0;
+        const bool clear =
+            split.splits_x && split.splits_y && ((right | left) & (top | bottom)) != 0;
+        if (!clear) {
+            break;
+        }
+        node = nodes_[node].slots[right + 2 * bottom];
+        if (node == 0) {
+            return kNone;
+        }
+        box = {Choose(right, split.x, box.x_min), Choose(left, split.x, box.x_max),
+               Choose(top, split.y, box.y_min), Choose(bottom, split.y, box.y_max)};
     }
+    return node;
+}
+
+bool QuadTree2D::Touches(unsigned id, const Point2D& point) const noexcept {
     const gtl::iterator_range<const Point2D*> points = At(id);
     const detail::PointRow row{points.begin(), points.size()};
+    // The box of a point or segment would be looked at twice, here and in the test itself.
+    if (row.count > 2 && !IsExtentsIntersected2D(
+                             item_boxes_[id], {point.x, point.x, point.y, point.y}, precision_)) {
+        return false;
+    }
     if (detail::RowTouches(row, point, precision_)) {
         return true;
     }
@@ -232,8 +283,13 @@ unsigned QuadTree2D::Find(const Point2D& point) const noexcept {
     if (!point.IsValid() || !std::isfinite(point.x) || !std::isfinite(point.y)) {
         return kNone;
     }
+    Extents2D box = extents_;
+    const std::uint32_t start = Descend(point, box);
+    if (start == kNone) {
+        return kNone;
+    }
     unsigned best = kNone;
-    VisitLeaves(0, extents_, {point.x, point.x, point.y, point.y}, [&](unsigned id) {
+    VisitLeaves(start, box, {point.x, point.x, point.y, point.y}, [&](unsigned id) {
         if (id < best && Touches(id, point)) {
             best = id;
         }
@@ -293,9 +349,9 @@ void QuadTree2D::SearchNearest(std::uint32_t node, const Extents2D& box, const E
         double distance;
         std::size_t quadrant;
     };
-    const Split split = SplitOf(box);
-    const double hx = 2.0 * precision_.halfEpsilon[0];
-    const double hy = 2.0 * precision_.halfEpsilon[1];
+    const Split split = SplitOf(box, precision_);
+    const double hx = kQueryReach * precision_.halfEpsilon[0];
+    const double hy = kQueryReach * precision_.halfEpsilon[1];
     std::array<Child, 4> children{};
     for (std::size_t quadrant = 0; quadrant < children.size(); ++quadrant) {
         const Extents2D part = QuadrantBox(region, split, quadrant);
@@ -334,7 +390,7 @@ void QuadTree2D::CollectLeafBoxes(std::uint32_t node, const Extents2D& box,
         boxes.push_back(box);
         return;
     }
-    const Split split = SplitOf(box);
+    const Split split = SplitOf(box, precision_);
     for (std::size_t quadrant = 0; quadrant < entry.slots.size(); ++quadrant) {
         if (entry.slots[quadrant] != 0) {
             CollectLeafBoxes(entry.slots[quadrant], QuadrantBox(box, split, quadrant), boxes);

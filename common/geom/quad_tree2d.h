@@ -80,29 +80,15 @@ class LMW_API QuadTree2D {
         std::uint32_t begin = 0;
         std::uint32_t end = 0;
     };
-    /// The midlines of a node's box. An axis too short to be told apart is not split: everything
-    /// counts as left or top.
-    struct Split {
-        double x = 0.0;
-        double y = 0.0;
-        bool splits_x = false;
-        bool splits_y = false;
-    };
-    using Quadrants = std::array<bool, 4>;  // left top, right top, left bottom, right bottom
-
-    [[nodiscard]] Split SplitOf(const Extents2D& box) const noexcept;
-    [[nodiscard]] static Extents2D QuadrantBox(const Extents2D& box, const Split& split,
-                                               std::size_t quadrant) noexcept;
-    /// The quadrants that `box` meets when they are widened (negative: shrunk) by the tolerances.
-    [[nodiscard]] static Quadrants Met(const Split& split, const Extents2D& box, double hx,
-                                       double hy) noexcept;
-    [[nodiscard]] Quadrants EnteredBy(const Split& split, unsigned id) const noexcept;
 
     void InsertAt(std::uint32_t node, const Extents2D& box, std::size_t depth, unsigned id);
     void Distribute(std::uint32_t node, const Extents2D& box, std::size_t depth, unsigned id);
     [[nodiscard]] gtl::iterator_range<const std::uint32_t*> ItemsOf(
         const Node& node) const noexcept;
 
+    /// The node at which the way from the root to the point may part or ends in a leaf, kNone where
+    /// it ends in a quadrant without a child. `box` becomes the node's from the root's.
+    [[nodiscard]] std::uint32_t Descend(const Point2D& point, Extents2D& box) const noexcept;
     template <class Visit>
     void VisitLeaves(std::uint32_t node, const Extents2D& box, const Extents2D& query,
                      const Visit& visit) const;
