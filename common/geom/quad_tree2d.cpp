@@ -8,6 +8,7 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace Geom {
 
@@ -82,6 +83,13 @@ Quadrants Met(const Split& split, const Extents2D& box, double hx, double hy) no
     const bool top = !split.splits_y || box.y_max >= split.y - hy;
     const bool bottom = split.splits_y && box.y_min <= split.y + hy;
     return {left && top, right && top, left && bottom, right && bottom};
+}
+
+/// Whether the box enters every quadrant of the node at every depth below it, whatever the
+/// tolerance: the midlines of what can still be split lie four half-epsilons from its edges.
+bool Covers(const Extents2D& box, const Extents2D& node_box) noexcept {
+    return box.x_min <= node_box.x_min && box.x_max >= node_box.x_max &&
+           box.y_min <= node_box.y_min && box.y_max >= node_box.y_max;
 }
 
 /// `points` is how many the item of the box has.
@@ -161,6 +169,19 @@ gtl::iterator_range<const Point2D*> QuadTree2D::At(unsigned id) const noexcept {
     return {pool_.data() + items_[id].begin, pool_.data() + items_[id].end};
 }
 
+bool QuadTree2D::CanSplit(const Extents2D& box, std::size_t depth) const noexcept {
+    const Split split = SplitOf(box, precision_);
+    return depth < max_depth_ && (split.splits_x || split.splits_y);
+}
+
+bool QuadTree2D::AllCover(const Node& leaf, unsigned id, const Extents2D& box) const noexcept {
+    const gtl::iterator_range<const std::uint32_t*> items = ItemsOf(leaf);
+    return Covers(item_boxes_[id], box) &&
+           (leaf.count > kLeafItems ||
+            std::all_of(items.begin(), items.end(),
+                        [&](std::uint32_t item) { return Covers(item_boxes_[item], box); }));
+}
+
 void QuadTree2D::InsertAt(std::uint32_t node, const Extents2D& box, std::size_t depth,
                           unsigned id) {
     // No reference to a node is kept across an insertion: the table may move.
@@ -174,11 +195,15 @@ void QuadTree2D::InsertAt(std::uint32_t node, const Extents2D& box, std::size_t 
         ++nodes_[node].count;
         return;
     }
-    const Split split = SplitOf(box, precision_);
-    if (count == kLeafItems && depth < max_depth_ && (split.splits_x || split.splits_y)) {
-        const auto stored = nodes_[node].slots;
-        nodes_[node] = {NodeKind::kSplit, 0, {}};
-        for (const std::uint32_t item : stored) {
+    if (CanSplit(box, depth) && !AllCover(nodes_[node], id, box)) {
+        const Node leaf = std::exchange(nodes_[node], {NodeKind::kSplit, 0, {}});
+        std::vector<std::uint32_t> list;
+        if (leaf.count > kLeafItems) {
+            list.swap(overflow_[leaf.slots[0]]);  // its place stays empty
+        } else {
+            list.assign(leaf.slots.begin(), leaf.slots.end());
+        }
+        for (const std::uint32_t item : list) {
             Distribute(node, box, depth, item);
         }
         Distribute(node, box, depth, id);
@@ -383,33 +408,40 @@ unsigned QuadTree2D::Nearest(const Point2D& point) const noexcept {
 
 // ---- looking inside
 
-void QuadTree2D::CollectLeafBoxes(std::uint32_t node, const Extents2D& box,
-                                  std::vector<Extents2D>& boxes) const {
+template <class Visit>
+void QuadTree2D::ForLeaves(std::uint32_t node, const Extents2D& box, std::size_t depth,
+                           const Visit& visit) const {
     const Node& entry = nodes_[node];
-    if (entry.kind == NodeKind::kLeaf) {
-        boxes.push_back(box);
+    const bool is_leaf = entry.kind == NodeKind::kLeaf;
+    if (is_leaf && (entry.count <= kLeafItems || !CanSplit(box, depth))) {
+        visit(box, entry.count);
         return;
     }
     const Split split = SplitOf(box, precision_);
     for (std::size_t quadrant = 0; quadrant < entry.slots.size(); ++quadrant) {
-        if (entry.slots[quadrant] != 0) {
-            CollectLeafBoxes(entry.slots[quadrant], QuadrantBox(box, split, quadrant), boxes);
+        const bool exists =
+            is_leaf ? (quadrant % 2 == 0 || split.splits_x) && (quadrant / 2 == 0 || split.splits_y)
+                    : entry.slots[quadrant] != 0;
+        if (exists) {
+            ForLeaves(is_leaf ? node : entry.slots[quadrant], QuadrantBox(box, split, quadrant),
+                      depth + 1, visit);
         }
     }
 }
 
 std::vector<Extents2D> QuadTree2D::LeafBoxes() const {
     std::vector<Extents2D> boxes;
-    CollectLeafBoxes(0, extents_, boxes);
+    ForLeaves(0, extents_, 0,
+              [&](const Extents2D& box, std::uint32_t /*count*/) { boxes.push_back(box); });
     return boxes;
 }
 
 std::size_t QuadTree2D::OverflowCount() const noexcept {
-    std::size_t count = 0;
-    for (const auto& list : overflow_) {
-        count += list.size();
-    }
-    return count;
+    std::size_t total = 0;
+    ForLeaves(0, extents_, 0, [&](const Extents2D& /*box*/, std::uint32_t count) {
+        total += count > kLeafItems ? count : 0;
+    });
+    return total;
 }
 
 }  // namespace Geom

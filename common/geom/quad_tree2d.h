@@ -71,6 +71,9 @@ class LMW_API QuadTree2D {
     static constexpr unsigned kLeafItems = 4;
 
     enum class NodeKind : std::uint32_t { kLeaf = 0, kSplit = 1 };
+    /// A leaf whose items all cover it, so that dividing it would only repeat them in all of its
+    /// quadrants down to the last depth, keeps a list too: it stands for that subtree, and is
+    /// divided when an item comes that does not cover it.
     struct Node {
         NodeKind kind = NodeKind::kLeaf;
         std::uint32_t count = 0;  // of items; above four, slot 0 is the number of an overflow list
@@ -81,6 +84,9 @@ class LMW_API QuadTree2D {
         std::uint32_t end = 0;
     };
 
+    [[nodiscard]] bool CanSplit(const Extents2D& box, std::size_t depth) const noexcept;
+    /// Whether the new item and those of a full leaf cover the leaf's box.
+    [[nodiscard]] bool AllCover(const Node& leaf, unsigned id, const Extents2D& box) const noexcept;
     void InsertAt(std::uint32_t node, const Extents2D& box, std::size_t depth, unsigned id);
     void Distribute(std::uint32_t node, const Extents2D& box, std::size_t depth, unsigned id);
     [[nodiscard]] gtl::iterator_range<const std::uint32_t*> ItemsOf(
@@ -96,8 +102,10 @@ class LMW_API QuadTree2D {
                        const Point2D& point, unsigned& best, double& best_distance) const noexcept;
     [[nodiscard]] bool Touches(unsigned id, const Point2D& point) const noexcept;
     [[nodiscard]] double SquaredDistance(unsigned id, const Point2D& point) const noexcept;
-    void CollectLeafBoxes(std::uint32_t node, const Extents2D& box,
-                          std::vector<Extents2D>& boxes) const;
+    /// Calls `visit(box, count)` for all leaves, those that a leaf stands for one by one.
+    template <class Visit>
+    void ForLeaves(std::uint32_t node, const Extents2D& box, std::size_t depth,
+                   const Visit& visit) const;
 
     Extents2D extents_;
     std::uint32_t max_depth_ = 0;

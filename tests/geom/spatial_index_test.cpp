@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -264,6 +266,79 @@ TEST(QuadTree, AnswersAsALinearSearchDoes) {  // property 1
             }
             ASSERT_EQ(expected_in_box, in_box);
         }
+    }
+}
+
+/// A quadtree that divides every full leaf down to its maximum depth; its boxes are far wider than
+/// the tolerance.
+struct PlainTree {
+    Extents2D box;
+    std::size_t depths_left;
+    std::vector<unsigned> ids;
+    std::vector<PlainTree> quadrants;
+
+    void Insert(unsigned id, const std::vector<Item>& items) {
+        ids.push_back(id);
+        if (quadrants.empty() && (ids.size() <= 4 || depths_left == 0)) {
+            return;
+        }
+        const double x = 0.5 * (box.x_min + box.x_max);
+        const double y = 0.5 * (box.y_min + box.y_max);
+        if (quadrants.empty()) {
+            quadrants = {{{box.x_min, x, y, box.y_max}, depths_left - 1, {}, {}},
+                         {{x, box.x_max, y, box.y_max}, depths_left - 1, {}, {}},
+                         {{box.x_min, x, box.y_min, y}, depths_left - 1, {}, {}},
+                         {{x, box.x_max, box.y_min, y}, depths_left - 1, {}, {}}};
+        }
+        for (const unsigned pending : std::exchange(ids, {})) {
+            const Extents2D own = ExtentsOf(items[pending]);
+            const double h = items[pending].size() > 2 ? -kH : kH;
+            for (PlainTree& part : quadrants) {
+                if (own.x_min <= part.box.x_max + h && own.x_max >= part.box.x_min - h &&
+                    own.y_min <= part.box.y_max + h && own.y_max >= part.box.y_min - h) {
+                    part.Insert(pending, items);
+                }
+            }
+        }
+    }
+
+    void Collect(std::vector<Extents2D>& leaves, std::size_t& overflow) const {
+        if (!ids.empty()) {
+            leaves.push_back(box);
+            overflow += ids.size() > 4 ? ids.size() : 0;
+        }
+        for (const PlainTree& part : quadrants) {
+            part.Collect(leaves, overflow);
+        }
+    }
+};
+
+bool IsSameBox(const Extents2D& a, const Extents2D& b) {
+    return a.x_min == b.x_min && a.x_max == b.x_max && a.y_min == b.y_min && a.y_max == b.y_max;
+}
+
+TEST(QuadTree, HasTheLeavesOfATreeThatDividesEveryFullOne) {
+    PropertyRandom random;
+    SCOPED_TRACE(random.Trace());
+    for (int repeat = 0; repeat < 20; ++repeat) {
+        std::vector<Item> items;
+        QuadTree2D tree;
+        tree.Initialize({0, 64, 0, 64}, 5, kPrecision, 0, 0);
+        PlainTree plain{{0, 64, 0, 64}, 5, {}, {}};
+        for (unsigned id = 0; id < 40; ++id) {  // each in the boxes of many others
+            const Point2D p{1.0 * random.Integer(0, 40), 1.0 * random.Integer(0, 40)};
+            const Point2D q{p.x + random.Integer(1, 23), p.y + random.Integer(1, 23)};
+            items.push_back(random.Chance(0.5) ? Item{p, q}
+                                               : Item{p, {q.x, p.y}, q, {p.x, q.y}, p});
+            tree.Insert(id, items.back());
+            plain.Insert(id, items);
+            std::vector<Extents2D> leaves;
+            std::size_t overflow = 0;
+            plain.Collect(leaves, overflow);
+            ASSERT_TRUE(std::ranges::equal(leaves, tree.LeafBoxes(), IsSameBox)) << id;
+            ASSERT_EQ(overflow, tree.OverflowCount());
+        }
+        ASSERT_GT(tree.OverflowCount(), 100U);
     }
 }
 
