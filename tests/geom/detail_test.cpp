@@ -158,6 +158,24 @@ TEST(EndFilter, LeavesOutOnlyEndsThatChangeNoAnswer) {
     EXPECT_GT(left_out, 10000U);
 }
 
+TEST(PairGrid, MissesNoPairWhereTheRangeHasNoWidthToDivideBy) {
+    const Precision3D exact(400, 400, 400);  // no tolerance at all
+    std::vector<Line2D> star;
+    std::vector<WideBox> boxes;
+    for (int k = 0; k < 100; ++k) {
+        star.push_back({{0.0, 0.0}, {1e-315 * k, 1e-315 * (100 - k)}});
+        boxes.push_back(WideBoxOf(star.back().first, star.back().second, 0.0, 0.0));
+    }
+    std::vector<std::uint32_t> used(star.size());
+    std::iota(used.begin(), used.end(), 0U);
+    std::size_t visits = 0;
+    EXPECT_TRUE(PairGrid(star, boxes, used, exact).ForPairs([&](auto, auto) {
+        ++visits;
+        return true;
+    }));
+    EXPECT_EQ(100U * 99U / 2U, visits);
+}
+
 TEST(PairGrid, GivesUpRatherThanWorkQuadratically) {
     const Precision3D precision(3, 3, 3);
     std::vector<Line2D> fan;  // all boxes meet, the directions differ, nothing meets

@@ -6,13 +6,15 @@ namespace Geom::detail {
 
 PairGrid::PairGrid(const std::vector<Line2D>& lines, const std::vector<WideBox>& boxes,
                    std::span<const std::uint32_t> used, const Precision3D& precision)
-    : used_(used) {
+    : boxes_(boxes), used_(used) {
     if (used.empty()) {
         complete_ = true;
         return;
     }
     ChooseFrame(lines);
-    FrameBoxes(lines, boxes, precision);
+    if (sine_ != 0.0) {
+        TurnBoxes(lines, precision);
+    }
     ChooseCells();
     Fill();
 }
@@ -44,14 +46,9 @@ void PairGrid::ChooseFrame(const std::vector<Line2D>& lines) {
     }
 }
 
-void PairGrid::FrameBoxes(const std::vector<Line2D>& lines, const std::vector<WideBox>& boxes,
-                          const Precision3D& precision) {
-    frame_boxes_.reserve(used_.size());
+void PairGrid::TurnBoxes(const std::vector<Line2D>& lines, const Precision3D& precision) {
+    turned_boxes_.reserve(used_.size());
     for (const std::uint32_t position : used_) {
-        if (sine_ == 0.0) {
-            frame_boxes_.push_back(boxes[position]);
-            continue;
-        }
         // What meets does so within the half-epsilons, turned, and the rounding of the pair test
         // and of the turn, together less than 2^-48 of the greatest magnitude.
         const Line2D& line = lines[position];
@@ -64,14 +61,7 @@ void PairGrid::FrameBoxes(const std::vector<Line2D>& lines, const std::vector<Wi
         const auto turned = [&](const Point2D& p) {
             return Point2D{cosine_ * p.x + sine_ * p.y, cosine_ * p.y - sine_ * p.x};
         };
-        frame_boxes_.push_back(WideBoxOf(turned(line.first), turned(line.second), margin, margin));
-    }
-    range_ = frame_boxes_.front();
-    for (const WideBox& box : frame_boxes_) {
-        range_.x_min = std::min(range_.x_min, box.x_min);
-        range_.x_max = std::max(range_.x_max, box.x_max);
-        range_.y_min = std::min(range_.y_min, box.y_min);
-        range_.y_max = std::max(range_.y_max, box.y_max);
+        turned_boxes_.push_back(WideBoxOf(turned(line.first), turned(line.second), margin, margin));
     }
 }
 
@@ -80,7 +70,13 @@ void PairGrid::ChooseCells() {
     const auto count = static_cast<double>(used_.size());
     double u_sum = 0.0;
     double v_sum = 0.0;
-    for (const WideBox& box : frame_boxes_) {
+    range_ = FrameBox(0);
+    for (std::size_t k = 0; k < used_.size(); ++k) {
+        const WideBox& box = FrameBox(k);
+        range_.x_min = std::min(range_.x_min, box.x_min);
+        range_.x_max = std::max(range_.x_max, box.x_max);
+        range_.y_min = std::min(range_.y_min, box.y_min);
+        range_.y_max = std::max(range_.y_max, box.y_max);
         u_sum += (box.x_max - box.x_min) / count;
         v_sum += (box.y_max - box.y_min) / count;
     }
@@ -98,28 +94,36 @@ void PairGrid::ChooseCells() {
     columns = std::clamp(count / rows, 1.0, u_limit);
     columns_ = static_cast<std::uint32_t>(columns);
     rows_ = static_cast<std::uint32_t>(rows);
-    cells_per_u_ = u_range > 0.0 ? columns_ / u_range : 0.0;
-    cells_per_v_ = v_range > 0.0 ? rows_ / v_range : 0.0;
+    const auto per_unit = [](std::uint32_t cells, double range) {
+        const double quotient = cells / range;
+        return std::isfinite(quotient) ? quotient : 0.0;  // no width to speak of: one cell
+    };
+    cells_per_u_ = per_unit(columns_, u_range);
+    cells_per_v_ = per_unit(rows_, v_range);
 }
 
 /// Monotone in the coordinate, which is all that completeness needs: boxes that meet share a cell.
-PairGrid::CellRange PairGrid::CellsOf(const WideBox& box) const noexcept {
-    const auto cell = [](double v, double low, double per_unit, std::uint32_t count) {
-        const double place = (v - low) * per_unit;
-        return static_cast<std::uint32_t>(std::clamp(place, 0.0, static_cast<double>(count - 1)));
+PairGrid::CellBox PairGrid::CellBoxOf(const WideBox& box) const noexcept {
+    return {static_cast<float>((box.x_min - range_.x_min) * cells_per_u_),
+            static_cast<float>((box.x_max - range_.x_min) * cells_per_u_),
+            static_cast<float>((box.y_min - range_.y_min) * cells_per_v_),
+            static_cast<float>((box.y_max - range_.y_min) * cells_per_v_)};
+}
+
+PairGrid::CellRange PairGrid::CellsOf(const CellBox& box) const noexcept {
+    const auto cell = [](float place, std::uint32_t count) {
+        return std::min(static_cast<std::uint32_t>(place), count - 1);
     };
-    return {cell(box.x_min, range_.x_min, cells_per_u_, columns_),
-            cell(box.x_max, range_.x_min, cells_per_u_, columns_),
-            cell(box.y_min, range_.y_min, cells_per_v_, rows_),
-            cell(box.y_max, range_.y_min, cells_per_v_, rows_)};
+    return {cell(box.u_min, columns_), cell(box.u_max, columns_), cell(box.v_min, rows_),
+            cell(box.v_max, rows_)};
 }
 
 void PairGrid::Fill() {
-    std::vector<CellRange> ranges;
-    ranges.reserve(frame_boxes_.size());
+    std::vector<CellBox> boxes;
+    boxes.reserve(used_.size());
     std::size_t entries = 0;
-    for (const WideBox& box : frame_boxes_) {
-        const CellRange& range = ranges.emplace_back(CellsOf(box));
+    for (std::size_t k = 0; k < used_.size(); ++k) {
+        const CellRange range = CellsOf(boxes.emplace_back(CellBoxOf(FrameBox(k))));
         entries += std::size_t{range.u1 - range.u0 + 1} * (range.v1 - range.v0 + 1);
     }
     if (entries > kEntriesPerLine * used_.size()) {
@@ -129,21 +133,27 @@ void PairGrid::Fill() {
     const auto for_cells = [&](const CellRange& range, const auto& action) {
         for (std::uint32_t v = range.v0; v <= range.v1; ++v) {
             for (std::uint32_t u = range.u0; u <= range.u1; ++u) {
-                action(v * columns_ + u);
+                action(u, v, v * columns_ + u);
             }
         }
     };
-    for (const CellRange& range : ranges) {
-        for_cells(range, [&](std::uint32_t cell) { ++begin_[cell]; });
+    for (const CellBox& box : boxes) {
+        for_cells(CellsOf(box), [&](std::uint32_t /*u*/, std::uint32_t /*v*/, std::uint32_t cell) {
+            ++begin_[cell];
+        });
     }
     // Ends of the cells first; filling backwards turns them into beginnings and keeps input order.
     for (std::size_t cell = 1; cell < begin_.size(); ++cell) {
         begin_[cell] += begin_[cell - 1];
     }
     entries_.resize(entries);
-    for (std::size_t k = ranges.size(); k-- > 0;) {
-        const Entry entry{frame_boxes_[k], used_[k], ranges[k].u0, ranges[k].v0};
-        for_cells(ranges[k], [&](std::uint32_t cell) { entries_[--begin_[cell]] = entry; });
+    for (std::size_t k = boxes.size(); k-- > 0;) {
+        const CellRange range = CellsOf(boxes[k]);
+        for_cells(range, [&](std::uint32_t u, std::uint32_t v, std::uint32_t cell) {
+            entries_[--begin_[cell]] = {
+                boxes[k], used_[k],
+                (u == range.u0 ? kFirstColumn : 0) | (v == range.v0 ? kFirstRow : 0)};
+        });
     }
     complete_ = true;
 }
