@@ -71,10 +71,6 @@ std::uint64_t PointGrid::Hash(std::int64_t cell_x, std::int64_t cell_y) noexcept
     return hash ^ (hash >> 32U);
 }
 
-std::uint64_t PointGrid::HashOf(const Point2D& p) const noexcept {
-    return Hash(x_.Cell(p.x), y_.Cell(p.y));
-}
-
 std::size_t PointGrid::SlotOf(std::uint64_t hash) const noexcept {
     const auto tag = static_cast<std::uint32_t>(hash >> 32U);
     const std::size_t mask = slots_.size() - 1;
@@ -85,9 +81,9 @@ std::size_t PointGrid::SlotOf(std::uint64_t hash) const noexcept {
     return slot;
 }
 
-std::uint32_t PointGrid::LowestInChain(std::uint64_t hash, const Point2D& p,
+std::uint32_t PointGrid::LowestInChain(std::size_t slot, const Point2D& p,
                                        std::uint32_t best) const noexcept {
-    for (std::uint32_t i = slots_[SlotOf(hash)].newest; i != kNone; i = older_[i]) {
+    for (std::uint32_t i = slots_[slot].newest; i != kNone; i = older_[i]) {
         if (i < best && Near(points_[i].x, p.x, x_.half_epsilon) &&
             Near(points_[i].y, p.y, y_.half_epsilon)) {
             best = i;
@@ -96,26 +92,36 @@ std::uint32_t PointGrid::LowestInChain(std::uint64_t hash, const Point2D& p,
     return best;
 }
 
-std::uint32_t PointGrid::Find(const Point2D& p) const {
+PointGrid::Place PointGrid::Locate(const Point2D& p) const noexcept {
     const std::int64_t x_low = x_.Cell(p.x - x_.reach);
     const std::int64_t x_high = x_.Cell(p.x + x_.reach);
     const std::int64_t y_low = y_.Cell(p.y - y_.reach);
     const std::int64_t y_high = y_.Cell(p.y + y_.reach);
-    if (x_low == x_high && y_low == y_high) {
-        return LowestInChain(Hash(x_low, y_low), p, kNone);
+    if (x_low == x_high && y_low == y_high) {  // then it is the point's own cell
+        const std::uint64_t hash = Hash(x_low, y_low);
+        const std::size_t slot = SlotOf(hash);
+        return {LowestInChain(slot, p, kNone), hash, slot};
     }
     std::uint32_t best = kNone;
-    ForCells(x_low, x_.Cell(p.x), x_high, [&](std::int64_t cell_x) {
-        ForCells(y_low, y_.Cell(p.y), y_high,
-                 [&](std::int64_t cell_y) { best = LowestInChain(Hash(cell_x, cell_y), p, best); });
+    const std::int64_t x_own = x_.Cell(p.x);
+    const std::int64_t y_own = y_.Cell(p.y);
+    ForCells(x_low, x_own, x_high, [&](std::int64_t cell_x) {
+        ForCells(y_low, y_own, y_high, [&](std::int64_t cell_y) {
+            best = LowestInChain(SlotOf(Hash(cell_x, cell_y)), p, best);
+        });
     });
-    return best;
+    const std::uint64_t hash = Hash(x_own, y_own);
+    return {best, hash, SlotOf(hash)};
+}
+
+std::uint32_t PointGrid::Find(const Point2D& p) const {
+    return Locate(p).found;
 }
 
 std::uint32_t PointGrid::Insert(const Point2D& p) {
-    const std::uint32_t found = Find(p);
-    if (found != kNone) {
-        return found;
+    const Place place = Locate(p);
+    if (place.found != kNone) {
+        return place.found;
     }
     const auto number = static_cast<std::uint32_t>(points_.size());
     points_.push_back(p);
@@ -123,14 +129,13 @@ std::uint32_t PointGrid::Insert(const Point2D& p) {
     if ((used_slots_ + 1) * 2 > slots_.size()) {
         Rehash(slots_.size() * 2);
     } else {
-        Link(number);
+        Link(number, place.hash, place.slot);
     }
     return number;
 }
 
-void PointGrid::Link(std::uint32_t number) {
-    const std::uint64_t hash = HashOf(points_[number]);
-    Slot& slot = slots_[SlotOf(hash)];
+void PointGrid::Link(std::uint32_t number, std::uint64_t hash, std::size_t place) {
+    Slot& slot = slots_[place];
     if (slot.newest == kNone) {
         slot.tag = static_cast<std::uint32_t>(hash >> 32U);
         ++used_slots_;
@@ -143,7 +148,8 @@ void PointGrid::Rehash(std::size_t slot_count) {
     slots_.assign(slot_count, Slot{});
     used_slots_ = 0;
     for (std::uint32_t number = 0; number < points_.size(); ++number) {
-        Link(number);
+        const std::uint64_t hash = Hash(x_.Cell(points_[number].x), y_.Cell(points_[number].y));
+        Link(number, hash, SlotOf(hash));
     }
 }
 

@@ -47,13 +47,19 @@ class PointGrid {
         std::uint32_t tag = 0;
         std::uint32_t newest = kNone;
     };
+    /// The first stored point equal to a given one, or kNone, and where that one's own cell is.
+    struct Place {
+        std::uint32_t found;
+        std::uint64_t hash;
+        std::size_t slot;
+    };
 
     [[nodiscard]] static std::uint64_t Hash(std::int64_t cell_x, std::int64_t cell_y) noexcept;
-    [[nodiscard]] std::uint64_t HashOf(const Point2D& p) const noexcept;
     [[nodiscard]] std::size_t SlotOf(std::uint64_t hash) const noexcept;
-    [[nodiscard]] std::uint32_t LowestInChain(std::uint64_t hash, const Point2D& p,
+    [[nodiscard]] std::uint32_t LowestInChain(std::size_t slot, const Point2D& p,
                                               std::uint32_t best) const noexcept;
-    void Link(std::uint32_t number);
+    [[nodiscard]] Place Locate(const Point2D& p) const noexcept;
+    void Link(std::uint32_t number, std::uint64_t hash, std::size_t slot);
     void Rehash(std::size_t slot_count);
 
     Axis x_;
