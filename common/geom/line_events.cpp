@@ -88,8 +88,10 @@ class InputSnapper {
 
     Point2D operator()(const Point2D& p) {
         if (!grid_) {
-            grid_.emplace(precision_);
-            grid_->Reserve(expected_ + (filter_ ? expected_ : 2 * lines_.size()));
+            const std::size_t ends = filter_ ? expected_ : 2 * lines_.size();
+            // Meetings of which nothing is known are taken to be as many as ends: to grow a table
+            // that is too small takes longer than to clear one that is too large.
+            grid_.emplace(precision_, ends + (expected_ != 0 ? expected_ : ends));
             for (const Line2D& line : lines_) {
                 if (line.first.IsValid() && line.second.IsValid()) {
                     InsertEnd(line.first);

@@ -50,16 +50,12 @@ std::int64_t PointGrid::Axis::Cell(double v) const noexcept {
     return truncated - (static_cast<double>(truncated) > quotient ? 1 : 0);
 }
 
-PointGrid::PointGrid(const Precision3D& precision)
-    : x_(precision.halfEpsilon[0]), y_(precision.halfEpsilon[1]), slots_(kSmallestTable) {}
-
-void PointGrid::Reserve(std::size_t points) {
-    points_.reserve(points);
-    older_.reserve(points);
-    const std::size_t wanted = std::bit_ceil(points * 2);
-    if (wanted > slots_.size()) {
-        Rehash(wanted);
-    }
+PointGrid::PointGrid(const Precision3D& precision, std::size_t expected_points)
+    : x_(precision.halfEpsilon[0]),
+      y_(precision.halfEpsilon[1]),
+      slots_(std::max(kSmallestTable, std::bit_ceil(2 * expected_points))) {
+    points_.reserve(expected_points);
+    older_.reserve(expected_points);
 }
 
 std::uint64_t PointGrid::Hash(std::int64_t cell_x, std::int64_t cell_y) noexcept {

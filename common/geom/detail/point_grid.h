@@ -21,9 +21,8 @@ class PointGrid {
  public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
 
-    explicit PointGrid(const Precision3D& precision);
-
-    void Reserve(std::size_t points);
+    /// Has room for the expected points; more may come.
+    explicit PointGrid(const Precision3D& precision, std::size_t expected_points = 0);
 
     /// Number of the first stored point equal to p, or kNone.
     [[nodiscard]] std::uint32_t Find(const Point2D& p) const;
