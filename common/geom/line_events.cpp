@@ -73,46 +73,48 @@ class InputSnapper {
                 }
             }
         }
-        filter_.emplace(extents, meetings.size(), precision_);
+        detail::EndFilter filter(extents, meetings.size(), precision_);
         for (const Meeting& meeting : meetings) {
             for (const Point2D& p : {meeting.points.p0, meeting.points.p1}) {
                 if (p.IsValid()) {
-                    filter_->MarkAround(p);
+                    filter.MarkAround(p);
                 }
             }
         }
-        if (!filter_->CloseOver(lines_)) {
-            filter_.reset();
-        }
+        ends_ = filter.CloseOver(lines_);
     }
 
     Point2D operator()(const Point2D& p) {
         if (!grid_) {
-            const std::size_t ends = filter_ ? expected_ : 2 * lines_.size();
+            const std::size_t ends = ends_ ? ends_->size() : 2 * lines_.size();
             // Meetings of which nothing is known are taken to be as many as ends: to grow a table
             // that is too small takes longer than to clear one that is too large.
             grid_.emplace(precision_, ends + (expected_ != 0 ? expected_ : ends));
-            for (const Line2D& line : lines_) {
-                if (line.first.IsValid() && line.second.IsValid()) {
-                    InsertEnd(line.first);
-                    InsertEnd(line.second);
-                }
-            }
+            InsertEnds();
         }
         return grid_->Points()[grid_->Insert(p)];
     }
 
  private:
-    void InsertEnd(const Point2D& end) {
-        if (!filter_ || filter_->Contains(end)) {
-            grid_->Insert(end);
+    void InsertEnds() {
+        if (ends_) {
+            for (const Point2D& end : *ends_) {
+                grid_->Insert(end);
+            }
+            return;
+        }
+        for (const Line2D& line : lines_) {
+            if (line.first.IsValid() && line.second.IsValid()) {
+                grid_->Insert(line.first);
+                grid_->Insert(line.second);
+            }
         }
     }
 
     const std::vector<Line2D>& lines_;
     const Precision3D& precision_;
     std::size_t expected_ = 0;
-    std::optional<detail::EndFilter> filter_;  // none: every end matters
+    std::optional<std::vector<Point2D>> ends_;  // those that matter; none: all of the lines
     std::optional<detail::PointGrid> grid_;
 };
 

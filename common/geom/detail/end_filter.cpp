@@ -40,20 +40,27 @@ bool EndFilter::MarkAround(const Point2D& p) {
     return grown;
 }
 
-bool EndFilter::CloseOver(const std::vector<Line2D>& lines) {
+std::optional<std::vector<Point2D>> EndFilter::CloseOver(const std::vector<Line2D>& lines) {
     constexpr int kMostRounds = 4;  // chains across borders of such wide cells are rare
     for (int round = 0; round < kMostRounds; ++round) {
         bool grown = false;
+        std::vector<Point2D> inside;
         for (const Line2D& line : lines) {
+            if (!line.first.IsValid() || !line.second.IsValid()) {
+                continue;
+            }
             for (const Point2D& end : {line.first, line.second}) {
-                grown |= Contains(end) && MarkAround(end);
+                if (Contains(end)) {
+                    grown |= MarkAround(end);
+                    inside.push_back(end);
+                }
             }
         }
         if (!grown) {
-            return true;
+            return inside;
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 }  // namespace Geom::detail

@@ -8,6 +8,7 @@
 #include "common/geom/precision.h"
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace Geom::detail {
@@ -30,8 +31,10 @@ class EndFilter {
         return marked_[x_.Cell(p.x, side_) * side_ + y_.Cell(p.y, side_)];
     }
 
-    /// Marks around the ends in marked cells until nothing changes; false when that takes too long.
-    [[nodiscard]] bool CloseOver(const std::vector<Line2D>& lines);
+    /// Marks around the ends in marked cells until nothing changes, and returns these ends in the
+    /// order of the lines; nothing when that takes too long. Lines with an invalid end are left
+    /// out.
+    [[nodiscard]] std::optional<std::vector<Point2D>> CloseOver(const std::vector<Line2D>& lines);
 
  private:
     struct Axis {
