@@ -16,28 +16,30 @@ EndFilter::EndFilter(const Extents2D& extents, std::size_t points, const Precisi
     : side_(1 + static_cast<std::size_t>(std::sqrt(kCellsPerPoint * static_cast<double>(points)))),
       x_(MakeAxis(extents.x_min, extents.x_max, precision.halfEpsilon[0], side_)),
       y_(MakeAxis(extents.y_min, extents.y_max, precision.halfEpsilon[1], side_)),
-      marked_(side_ * side_) {}
+      marked_(side_ * side_ / 64 + 1) {}
 
 EndFilter::Axis EndFilter::MakeAxis(double low, double high, double half_epsilon,
                                     std::size_t side) noexcept {
     const double reach = half_epsilon * (1.0 + 1e-6);  // covers the rounding of the comparison
     const double width = std::max((high - low) / static_cast<double>(side), 4.0 * reach);
     const double inverse = 1.0 / width;
-    return {low, reach, std::isfinite(inverse) ? inverse : 0.0};  // no width: one cell
+    return {low, reach, std::isfinite(inverse) ? inverse : 0.0,  // no width: one cell
+            static_cast<double>(side - 1)};
 }
 
 bool EndFilter::MarkAround(const Point2D& p) {
-    const std::size_t x_last = x_.Cell(p.x + x_.reach, side_);
-    const std::size_t y_last = y_.Cell(p.y + y_.reach, side_);
-    bool grown = false;
-    for (std::size_t ix = x_.Cell(p.x - x_.reach, side_); ix <= x_last; ++ix) {
-        for (std::size_t iy = y_.Cell(p.y - y_.reach, side_); iy <= y_last; ++iy) {
-            std::vector<bool>::reference cell = marked_[ix * side_ + iy];
-            grown = grown || !cell;
-            cell = true;
+    const std::uint32_t x_last = x_.Cell(p.x + x_.reach);
+    const std::uint32_t y_last = y_.Cell(p.y + y_.reach);
+    std::uint64_t grown = 0;
+    for (std::uint32_t ix = x_.Cell(p.x - x_.reach); ix <= x_last; ++ix) {
+        for (std::uint32_t iy = y_.Cell(p.y - y_.reach); iy <= y_last; ++iy) {
+            const std::size_t cell = CellAt(ix, iy);
+            const std::uint64_t bit = std::uint64_t{1} << (cell % 64);
+            grown |= bit & ~marked_[cell / 64];
+            marked_[cell / 64] |= bit;
         }
     }
-    return grown;
+    return grown != 0;
 }
 
 std::optional<std::vector<Point2D>> EndFilter::CloseOver(const std::vector<Line2D>& lines) {

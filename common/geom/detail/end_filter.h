@@ -7,7 +7,9 @@
 #include "common/geom/geom_types.h"
 #include "common/geom/precision.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -28,7 +30,8 @@ class EndFilter {
     bool MarkAround(const Point2D& p);
 
     [[nodiscard]] bool Contains(const Point2D& p) const noexcept {
-        return marked_[x_.Cell(p.x, side_) * side_ + y_.Cell(p.y, side_)];
+        const std::size_t cell = CellAt(x_.Cell(p.x), y_.Cell(p.y));
+        return (marked_[cell / 64] >> (cell % 64) & 1U) != 0;
     }
 
     /// Marks around the ends in marked cells until nothing changes, and returns these ends in the
@@ -41,24 +44,25 @@ class EndFilter {
         double low;
         double reach;    // how far away an equal coordinate can lie
         double inverse;  // 1 / cell width, at least four reaches wide
+        double last;     // the number of the last cell
 
-        /// Monotone, which is what completeness needs; the first cell for what is not a number.
-        [[nodiscard]] std::size_t Cell(double v, std::size_t side) const noexcept {
-            const double place = (v - low) * inverse;
-            if (!(place > 0.0)) {
-                return 0;
-            }
-            return place < static_cast<double>(side) ? static_cast<std::size_t>(place) : side - 1;
+        /// Monotone, which is what completeness needs; the first cell for what is not a number,
+        /// to which max prefers its first argument.
+        [[nodiscard]] std::uint32_t Cell(double v) const noexcept {
+            return static_cast<std::uint32_t>(std::min(last, std::max(0.0, (v - low) * inverse)));
         }
     };
 
     [[nodiscard]] static Axis MakeAxis(double low, double high, double half_epsilon,
                                        std::size_t side) noexcept;
+    [[nodiscard]] std::size_t CellAt(std::uint32_t ix, std::uint32_t iy) const noexcept {
+        return ix * side_ + iy;
+    }
 
     std::size_t side_;
     Axis x_;
     Axis y_;
-    std::vector<bool> marked_;
+    std::vector<std::uint64_t> marked_;  // a bit for each cell
 };
 
 }  // namespace Geom::detail
