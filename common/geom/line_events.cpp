@@ -209,10 +209,8 @@ class Engine {
             return counts;
         };
         const detail::PairGrid grid(lines_, boxes_, tame_, precision_);
-        if (!grid.ForPairs([&](std::uint32_t i, std::uint32_t j) {
-                // In a turned grid the boxes compared were others than the pair test's.
-                return detail::BoxesMeet(boxes_[i], boxes_[j]) && test(i, j);
-            })) {
+        // The boxes that met were others than the pair test's, which begins with its own.
+        if (!grid.ForPairs(test)) {
             return false;
         }
         ForWildPairs(
