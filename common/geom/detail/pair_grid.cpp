@@ -119,17 +119,6 @@ PairGrid::CellRange PairGrid::CellsOf(const CellBox& box) const noexcept {
 }
 
 void PairGrid::Fill() {
-    std::vector<CellBox> boxes;
-    boxes.reserve(used_.size());
-    std::size_t entries = 0;
-    for (std::size_t k = 0; k < used_.size(); ++k) {
-        const CellRange range = CellsOf(boxes.emplace_back(CellBoxOf(FrameBox(k))));
-        entries += std::size_t{range.u1 - range.u0 + 1} * (range.v1 - range.v0 + 1);
-    }
-    if (entries > kEntriesPerLine * used_.size()) {
-        return;
-    }
-    begin_.assign(std::size_t{columns_} * rows_ + 1, 0);
     const auto for_cells = [&](const CellRange& range, const auto& action) {
         for (std::uint32_t v = range.v0; v <= range.v1; ++v) {
             for (std::uint32_t u = range.u0; u <= range.u1; ++u) {
@@ -137,8 +126,18 @@ void PairGrid::Fill() {
             }
         }
     };
-    for (const CellBox& box : boxes) {
-        for_cells(CellsOf(box), [&](std::uint32_t /*u*/, std::uint32_t /*v*/, std::uint32_t cell) {
+    begin_.assign(std::size_t{columns_} * rows_ + 1, 0);
+    std::vector<CellBox> boxes;
+    boxes.reserve(used_.size());
+    std::size_t entries = 0;
+    for (std::size_t k = 0; k < used_.size(); ++k) {
+        const CellRange range = CellsOf(boxes.emplace_back(CellBoxOf(FrameBox(k))));
+        entries += std::size_t{range.u1 - range.u0 + 1} * (range.v1 - range.v0 + 1);
+        if (entries > kEntriesPerLine * used_.size()) {
+            begin_.clear();
+            return;
+        }
+        for_cells(range, [&](std::uint32_t /*u*/, std::uint32_t /*v*/, std::uint32_t cell) {
             ++begin_[cell];
         });
     }
@@ -146,7 +145,7 @@ void PairGrid::Fill() {
     for (std::size_t cell = 1; cell < begin_.size(); ++cell) {
         begin_[cell] += begin_[cell - 1];
     }
-    entries_.resize(entries);
+    entries_ = std::make_unique_for_overwrite<Entry[]>(entries);
     for (std::size_t k = boxes.size(); k-- > 0;) {
         const CellRange range = CellsOf(boxes[k]);
         for_cells(range, [&](std::uint32_t u, std::uint32_t v, std::uint32_t cell) {

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -115,7 +116,7 @@ class PairGrid {
     double cells_per_u_ = 0.0;
     double cells_per_v_ = 0.0;
     std::vector<std::uint32_t> begin_;  // of each cell's entries
-    std::vector<Entry> entries_;
+    std::unique_ptr<Entry[]> entries_;
     bool complete_ = false;
 };
 
