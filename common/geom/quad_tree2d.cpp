@@ -3,6 +3,7 @@
 #include "common/geom/detail/ring.h"
 #include "common/geom/detail/segment_math.h"
 #include "common/geom/extents2d.h"
+#include "common/geom/line2d.h"
 
 #include <algorithm>
 #include <bit>
@@ -292,9 +293,11 @@ std::uint32_t QuadTree2D::Descend(const Point2D& point, Extents2D& box) const no
 bool QuadTree2D::Touches(unsigned id, const Point2D& point) const noexcept {
     const gtl::iterator_range<const Point2D*> points = At(id);
     const detail::PointRow row{points.begin(), points.size()};
-    // The box of a point or segment would be looked at twice, here and in the test itself.
-    if (row.count > 2 && !IsExtentsIntersected2D(
-                             item_boxes_[id], {point.x, point.x, point.y, point.y}, precision_)) {
+    if (row.count == 2) {  // the commonest item, whose test begins with its box
+        return LineContainsPoint2D(row.points[0], row.points[1], point, precision_);
+    }
+    if (!IsExtentsIntersected2D(item_boxes_[id], {point.x, point.x, point.y, point.y},
+                                precision_)) {
         return false;
     }
     if (detail::RowTouches(row, point, precision_)) {
