@@ -28,7 +28,19 @@ namespace fs = std::filesystem;
 
 constexpr std::uint16_t kUnset = Version::kUnset;
 
-TEST(ZipRead, NamesOfOtherProgramsAreRead) {
+// An open archive of the test data.
+class ZipRead : public ::testing::Test {
+ protected:
+    void Open(const char* archive) {
+        data = ArchiveData(archive);
+        ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+    }
+
+    std::string data;
+    Zip zip;
+};
+
+TEST_F(ZipRead, NamesOfOtherProgramsAreRead) {
     const std::pair<const char*, Wide> rows[] = {
         {"plain", {L"a.txt", L"dir\\b.txt", L"dir\\"}},
         {"name_code_page_437", {L"B\u00F6schung.txt"}},
@@ -42,23 +54,19 @@ TEST(ZipRead, NamesOfOtherProgramsAreRead) {
     };
     for (const auto& [archive, names] : rows) {
         SCOPED_TRACE(archive);
-        const std::string data = ArchiveData(archive);
-        Zip zip;
-        ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+        Open(archive);
         EXPECT_EQ(Names(zip), names);
         EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
     }
 }
 
-TEST(ZipRead, DamageIsAStatusAndNeverContent) {
+TEST_F(ZipRead, DamageIsAStatusAndNeverContent) {
     for (const char* archive :
          {"bad_sum_stored", "bad_sum_deflated", "bad_deflate", "claims_4_gigabytes", "claims_less",
           "claims_content_of_nothing", "bomb_10_megabytes", "offset_outside", "method_unknown",
           "traditional_password_sesame"}) {
         SCOPED_TRACE(archive);
-        const std::string data = ArchiveData(archive);
-        Zip zip;
-        ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+        Open(archive);
         Zip::Bytes bytes;
         EXPECT_TRUE(zip.Test({0}).Failed());
         const gtl::status result = zip.Extract(0, bytes);
@@ -69,17 +77,14 @@ TEST(ZipRead, DamageIsAStatusAndNeverContent) {
     for (const char* archive : {"count_too_large", "count_too_small", "zip64_claims_many_entries",
                                 "extra_field_overruns", "flag_utf8_and_bytes_that_are_not"}) {
         SCOPED_TRACE(archive);
-        const std::string data = ArchiveData(archive);
-        Zip zip;
+        data = ArchiveData(archive);
         EXPECT_EQ(zip.OpenReadOnly(StreamOver(data)).MessageId(), 20526U);
         EXPECT_FALSE(zip.IsOpen());
     }
 }
 
-TEST(ZipRead, TraditionalEncryptionIsRead) {
-    const std::string data = ArchiveData("traditional_password_sesame");
-    Zip zip;
-    ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+TEST_F(ZipRead, TraditionalEncryptionIsRead) {
+    Open("traditional_password_sesame");
     EXPECT_OK(zip.Encrypt(L"sesame"));
     EXPECT_EQ(Content(zip, L"secret.txt"), "pore pressure 12.5 kPa");
     for (int k = 0; k < 600; ++k) {  // its own check lets one wrong password in 256 pass
@@ -89,10 +94,8 @@ TEST(ZipRead, TraditionalEncryptionIsRead) {
     }
 }
 
-TEST(ZipRead, FindMatchesWholeNames) {
-    const std::string data = ArchiveData("plain");
-    Zip zip;
-    ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+TEST_F(ZipRead, FindMatchesWholeNames) {
+    Open("plain");
     const std::tuple<const wchar_t*, Finder::Filter, Zip::Ids> rows[] = {
         {L"*", Finder::kFilesAndFolders, {0, 1, 2}}, {L"*.*", Finder::kFolders, {2}},
         {L"*.TXT", Finder::kFiles, {0, 1}},          {L"dir/?.txt", Finder::kFiles, {1}},
@@ -106,11 +109,9 @@ TEST(ZipRead, FindMatchesWholeNames) {
     }
 }
 
-TEST(ZipRead, ExceptionsOfPredicatesBecomeStatuses) {
-    const std::string data = ArchiveData("plain");
+TEST_F(ZipRead, ExceptionsOfPredicatesBecomeStatuses) {
+    Open("plain");
     const auto broken = [](const std::wstring&) -> bool { throw std::runtime_error("broken"); };
-    Zip zip;
-    ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
     Zip::Ids ids;
     Zip::Bytes bytes(5);
     EXPECT_EQ(zip.FindAllMatching(ids, broken).MessageId(), 20654U);
@@ -118,8 +119,8 @@ TEST(ZipRead, ExceptionsOfPredicatesBecomeStatuses) {
     EXPECT_TRUE(bytes.empty());
 }
 
-TEST(ZipRead, ExtractFirstMatchingTakesTheFirst) {
-    const std::string data = ArchiveData("two_of_one_name");
+TEST_F(ZipRead, ExtractFirstMatchingTakesTheFirst) {
+    data = ArchiveData("two_of_one_name");
     Zip::Bytes bytes;
     ASSERT_OK(Zip::ExtractFirstMatching(bytes, StreamOver(data),
                                         [](const std::wstring& name) { return name == L"a.txt"; }));
@@ -156,16 +157,16 @@ class BrokenStream final : public IInputStream {
     bool throws_;
 };
 
-TEST(ZipRead, FailingStreamsAreStatusesThatSayWhy) {
-    const std::string data = ArchiveData("plain");
+TEST_F(ZipRead, FailingStreamsAreStatusesThatSayWhy) {
+    data = ArchiveData("plain");
     for (const bool throws : {false, true}) {
         int failed = 0;
         for (int reads = 0; reads < 8; ++reads) {
             const InputStream stream(new BrokenStream(data, reads, throws));
-            Zip zip;
-            gtl::status result = zip.OpenReadOnly(stream);
+            Zip reader;
+            gtl::status result = reader.OpenReadOnly(stream);
             if (result.Succeeded()) {
-                result = zip.Test(zip.GetAllFileIDs());
+                result = reader.Test(reader.GetAllFileIDs());
             }
             if (result.Failed()) {
                 ++failed;
@@ -180,10 +181,9 @@ TEST(ZipRead, FailingStreamsAreStatusesThatSayWhy) {
     }
 }
 
-TEST(ZipRead, TheStreamIsHeldWhileTheArchiveIsOpen) {
-    const std::string data = ArchiveData("plain");
+TEST_F(ZipRead, TheStreamIsHeldWhileTheArchiveIsOpen) {
+    data = ArchiveData("plain");
     InputStream stream = StreamOver(data);
-    Zip zip;
     ASSERT_OK(zip.OpenReadOnly(stream));
     EXPECT_OK(zip.Close());
     EXPECT_EQ(stream->ReferenceCount(), 1U);
@@ -193,11 +193,10 @@ TEST(ZipRead, TheStreamIsHeldWhileTheArchiveIsOpen) {
     EXPECT_TRUE(zip.OpenReadOnly(InputStream()).Failed());
 }
 
-TEST(ZipRead, SharedFilesCanBeReplacedWhileTheyAreRead) {
+TEST_F(ZipRead, SharedFilesCanBeReplacedWhileTheyAreRead) {
     const ScratchFolder folder;
     const InputStream stream =
         MakeSharedFileInputStream(folder.Write("p.lwz", ArchiveData("plain")));
-    Zip zip;
     ASSERT_OK(zip.OpenReadOnly(stream));
     EXPECT_EQ(GetLwzVersion(stream).parts[0], 6);  // a second reader of the same stream
     EXPECT_OK(zip.Test(zip.GetAllFileIDs()));
@@ -207,33 +206,20 @@ TEST(ZipRead, SharedFilesCanBeReplacedWhileTheyAreRead) {
     EXPECT_EQ(zip.OpenReadOnly(MakeFileInputStream(folder / "none")).MessageId(), 20526U);
 }
 
-TEST(LwzVersion, ComesFromTheComment) {
+using LwzVersion = ZipRead;
+
+TEST_F(LwzVersion, ComesFromTheComment) {
     const std::pair<const wchar_t*, Version> rows[] = {
         {L"8.1", {{8, 1, kUnset, kUnset}}},       {L"8.1.3", {{8, 1, 3, kUnset}}},
         {L"0.0.0", {{0, 0, 0, kUnset}}},          {L"65534.00007", {{65534, 7, kUnset, kUnset}}},
         {L"8.1.65535", {{8, 1, kUnset, kUnset}}},  // counts as missing
         {L"8.1.2.65535", {{8, 1, 2, kUnset}}},
     };
-    const wchar_t* const rejected[] = {L"1.2.3.4",
-                                       L"1.2.3.4.5",
-                                       L"8",
-                                       L"65535.1",
-                                       L"8.65535",
-                                       L"8.65536",
-                                       L"8.99999999999999999999",
-                                       L"8.",
-                                       L".1",
-                                       L"8..1",
-                                       L"8.1.",
-                                       L" 8.1",
-                                       L"8.1 ",
-                                       L"+8.1",
-                                       L"8.-1",
-                                       L"8,1",
-                                       L"v8.1",
-                                       L"8.1\u0661"};
+    const wchar_t* const rejected[] = {
+        L"1.2.3.4",      L"1.2.3.4.5", L"8",    L"65535.1", L"8.65535", L"8.65536",
+        L"8.4294967297", L"8.",        L".1",   L"8..1",    L"8.1.",    L" 8.1",
+        L"8.1 ",         L"+8.1",      L"8.-1", L"8,1",     L"v8.1",    L"8.1\u0661"};
     const ScratchFolder folder;
-    Zip zip;
     ASSERT_OK(zip.Open(folder / "p.lwz", sys::file::zip::CompactMode::Never));
     const auto expect = [&](const wchar_t* comment, const Version& version) {
         SCOPED_TRACE(::testing::PrintToString(std::wstring(comment)));
@@ -251,7 +237,7 @@ TEST(LwzVersion, ComesFromTheComment) {
     EXPECT_EQ(Version(), (Version{{0, 0, kUnset, kUnset}}));
 }
 
-TEST(LwzVersion, WithoutCommentComesFromTheFirstEntry) {
+TEST_F(LwzVersion, WithoutCommentComesFromTheFirstEntry) {
     const Version seven = Version::FromFirst(7);
     const Version six = Version::FromFirst(6);
     const std::string nothing;
@@ -259,9 +245,7 @@ TEST(LwzVersion, WithoutCommentComesFromTheFirstEntry) {
     for (const auto& [archive, version] :
          {std::pair{"host_10", seven}, {"host_10_second", six}, {"plain", six}, {"empty", six}}) {
         SCOPED_TRACE(archive);
-        const std::string data = ArchiveData(archive);
-        Zip zip;
-        ASSERT_OK(zip.OpenReadOnly(StreamOver(data)));
+        Open(archive);
         EXPECT_EQ(GetLwzVersion(zip), version);
         EXPECT_EQ(GetLwzVersion(StreamOver(data)), version);
     }
@@ -298,10 +282,10 @@ void ForEachDamage(const std::string& data, std::initializer_list<int> bits, Vis
     }
 }
 
-TEST(LwzVersion, QuickReadingAgreesWithOpening) {
+TEST_F(LwzVersion, QuickReadingAgreesWithOpening) {
     for (const std::string& archive : ArchiveDataNames()) {
         SCOPED_TRACE(archive);
-        const std::string data = ArchiveData(archive);
+        data = ArchiveData(archive);
         CompareSummaries(data);
         if (data.size() <= 2000) {
             ForEachDamage(data, {0, 3, 7}, &CompareSummaries);
@@ -312,22 +296,20 @@ TEST(LwzVersion, QuickReadingAgreesWithOpening) {
     }
 }
 
-TEST(ZipRead, TruncationAndBitFlipsNeverGiveWrongContent) {
-    const std::string data = ArchiveData("plain");
-    Zip whole;
-    ASSERT_OK(whole.OpenReadOnly(StreamOver(data)));
-    const std::string text = Content(whole, L"a.txt");
+TEST_F(ZipRead, TruncationAndBitFlipsNeverGiveWrongContent) {
+    Open("plain");
+    const std::string text = Content(zip, L"a.txt");
     int read = 0;
     int refused = 0;
     ForEachDamage(data, {0, 1, 2, 3, 4, 5, 6, 7}, [&](const std::string& bytes) {
-        Zip zip;
-        if (zip.OpenReadOnly(StreamOver(bytes)).Failed()) {
+        Zip damaged;
+        if (damaged.OpenReadOnly(StreamOver(bytes)).Failed()) {
             ++refused;
             return;
         }
         Zip::Bytes content;
-        for (const Zip::Id id : zip.GetAllFileIDs()) {
-            if (zip.Extract(id, content).Succeeded()) {
+        for (const Zip::Id id : damaged.GetAllFileIDs()) {
+            if (damaged.Extract(id, content).Succeeded()) {
                 ++read;
                 const std::string got = Text(content);
                 ASSERT_TRUE(got == text || got == "b" || got.empty());
@@ -338,23 +320,15 @@ TEST(ZipRead, TruncationAndBitFlipsNeverGiveWrongContent) {
     EXPECT_GT(refused, 100);
 }
 
-// An open archive of the test data, and a folder to extract into.
-class ZipExtract : public ::testing::Test {
+// The same, and a folder to extract into.
+class ZipExtract : public ZipRead {
  protected:
-    void Open(const char* archive) {
-        data_ = ArchiveData(archive);
-        ASSERT_OK(zip.OpenReadOnly(StreamOver(data_)));
-    }
     gtl::status ExtractAll(const IExtractName& name = ExtractNameSame(),
                            const ExtractLimits& limits = {}) {
         return zip.Extract(zip.GetAllFileIDs(), folder / "target", name, limits);
     }
 
     ScratchFolder folder;
-    Zip zip;
-
- private:
-    std::string data_;
 };
 
 // Names every entry by a text of the test.

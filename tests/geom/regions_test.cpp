@@ -110,46 +110,42 @@ TEST(PolygonLineEntries, OfRealRegionsAreThoseCounted) {
 
 // ---- networks
 
-struct Network {
-    const char* name;
-    std::vector<const char*> files;
-    std::size_t crossings;    // of the exact segments
-    std::size_t shared_ends;  // pairs
-};
-
-class NetworkData : public testing::TestWithParam<Network> {};
-
-TEST_P(NetworkData, HasTheCountedCrossingsByGridAndSweep) {
-    std::vector<Line2D> lines;
-    for (const char* file : GetParam().files) {
-        const auto path = SharedData(std::string("line-segments/") + file + ".csv");
-        LMW_SKIP_WITHOUT(path);
-        const auto more = Segments(ReadRows(path, 1));
-        lines.insert(lines.end(), more.begin(), more.end());
+TEST(NetworkData, HasTheCountedCrossingsByGridAndSweep) {
+    struct Row {
+        std::vector<const char*> files;
+        std::size_t crossings;    // of the exact segments
+        std::size_t shared_ends;  // pairs
+    };
+    const char* const rivers = "ne10m_rivers_europe";
+    const char* const borders = "ne10m_land_borders";
+    const char* const coast = "ne50m_coastline";
+    const Row rows[] = {{{coast}, 0, 58975},
+                        {{rivers}, 8, 64383},
+                        {{borders}, 0, 69395},
+                        {{rivers, borders}, 357, 133778},
+                        {{coast, rivers, borders}, 490, 192753}};
+    for (const auto& [files, crossing_count, shared_ends] : rows) {
+        SCOPED_TRACE(crossing_count);
+        std::vector<Line2D> lines;
+        for (const char* file : files) {
+            const auto path = SharedData(std::string("line-segments/") + file + ".csv");
+            LMW_SKIP_WITHOUT(path);
+            const auto more = Segments(ReadRows(path, 1));
+            lines.insert(lines.end(), more.begin(), more.end());
+        }
+        // So fine that only rounding is tolerated: two crossings lie at an end within that.
+        const Precision3D fine(15, 15, 15);
+        std::vector<LineEvent2D> crossings;
+        LineCrossingEvents2D(crossings, lines, fine);
+        EXPECT_LE(crossings.size(), crossing_count);
+        EXPECT_GE(crossings.size() + 2, crossing_count);
+        std::vector<LineEvent2D> events;
+        LineIntersectionEvents2D(events, lines, fine, SweepLineImplForced::kSweep);
+        const std::size_t exact = crossing_count + shared_ends;
+        EXPECT_GE(events.size(), exact);
+        EXPECT_LE(events.size(), exact + 1);  // one pair of borders also touches within rounding
     }
-    // So fine that only rounding is tolerated: two crossings lie at an end within that.
-    const Precision3D fine(15, 15, 15);
-    std::vector<LineEvent2D> crossings;
-    LineCrossingEvents2D(crossings, lines, fine);
-    EXPECT_LE(crossings.size(), GetParam().crossings);
-    EXPECT_GE(crossings.size() + 2, GetParam().crossings);
-    std::vector<LineEvent2D> events;
-    LineIntersectionEvents2D(events, lines, fine, SweepLineImplForced::kSweep);
-    const std::size_t exact = GetParam().crossings + GetParam().shared_ends;
-    EXPECT_GE(events.size(), exact);
-    EXPECT_LE(events.size(), exact + 1);  // one pair of borders also touches within rounding
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Sets, NetworkData,
-    testing::Values(
-        Network{"coastline", {"ne50m_coastline"}, 0, 58975},
-        Network{"rivers", {"ne10m_rivers_europe"}, 8, 64383},
-        Network{"borders", {"ne10m_land_borders"}, 0, 69395},
-        Network{"rivers_and_borders", {"ne10m_rivers_europe", "ne10m_land_borders"}, 357, 133778},
-        Network{
-            "all", {"ne50m_coastline", "ne10m_rivers_europe", "ne10m_land_borders"}, 490, 192753}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 // ---- hard cases
 
