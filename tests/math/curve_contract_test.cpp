@@ -36,8 +36,7 @@ const Points kPoints = {{0.0, 1.0}, {1.0, 3.0}, {2.5, 2.0}, {3.0, -4.0}, {7.0, 0
 /// Calls `visit(curve, name)` with every kind of curve with every kind of tail.
 template <class Visitor>
 void ForEveryCurve(const Visitor& visit) {
-    const std::array tails = {TailType::None(), TailType::Calc(), TailType::Cycle(),
-                              TailType::Slope(0.5), TailType()};
+    const std::array tails = {kNone, kCalc, kCycle, TailType::Slope(0.5), TailType()};
     for (const TailType& before : tails) {
         for (const TailType& after : tails) {
             const std::string name =
@@ -54,8 +53,8 @@ void ForEveryCurve(const Visitor& visit) {
 template <class Curve>
 void ExpectEverySetterStartsAgain(Curve curve, std::vector<void (*)(Curve&)> setters,
                                   const Curve& fresh) {
-    setters.insert(setters.end(), {[](Curve& c) { c.SetTailBefore(TailType::None()); },
-                                   [](Curve& c) { c.SetTailAfter(TailType::None()); },
+    setters.insert(setters.end(), {[](Curve& c) { c.SetTailBefore(kNone); },
+                                   [](Curve& c) { c.SetTailAfter(kNone); },
                                    [](Curve& c) { c.SetFunctionPeriod(kUndefined); },
                                    [](Curve& c) { c.Assign(First(kPoints), Last(kPoints)); }});
     for (const auto& setter : setters) {
@@ -75,14 +74,13 @@ void ExpectEverySetterStartsAgain(Curve curve, std::vector<void (*)(Curve&)> set
 }
 
 TEST(PreparedCurve, HasNoValuesAfterAnySetterAndStartsAgainFromTheCallersPoints) {
-    const TailType none = TailType::None();
-    ExpectEverySetterStartsAgain<Linear>(MakeLinear(kPoints, none, TailType::Cycle(), 2.0), {},
-                                         MakeLinear(kPoints, none, none));
+    ExpectEverySetterStartsAgain<Linear>(MakeLinear(kPoints, kNone, kCycle, 2.0), {},
+                                         MakeLinear(kPoints, kNone, kNone));
     ExpectEverySetterStartsAgain<Spline>(
-        MakeSpline(kPoints, 100, 50, none, TailType::Cycle(), 2.0),
+        MakeSpline(kPoints, 100, 50, kNone, kCycle, 2.0),
         {[](Spline& s) { s.SetSmooth(80); }, [](Spline& s) { s.SetTension(30); }},
-        MakeSpline(kPoints, 80, 30, none, none));
-    EXPECT_EQ(Linear(First(kPoints), Last(kPoints), none, none)(1.5), kUndefined) << "new";
+        MakeSpline(kPoints, 80, 30, kNone, kNone));
+    EXPECT_EQ(Linear(First(kPoints), Last(kPoints), kNone, kNone)(1.5), kUndefined) << "new";
 }
 
 template <class Curve>
@@ -94,7 +92,7 @@ void ExpectOnePointIsEnough(Curve curve) {
     EXPECT_EQ(curve.GetFunctionPeriodForCalculation(), kUndefined);
     const FPOINT point{3.0, 7.0};
     curve.Assign(&point, &point + 1);
-    curve.SetTailAfter(TailType::None());
+    curve.SetTailAfter(kNone);
     EXPECT_EQ(curve(-1e9), 7.0);
     EXPECT_EQ(curve.DyDx(1e9, kTolerance), 0.0);
     EXPECT_EQ(curve.Integrate(4.0, 1.0, kTolerance), 21.0);
@@ -103,8 +101,8 @@ void ExpectOnePointIsEnough(Curve curve) {
 }
 
 TEST(PreparedCurve, WithNoOrOnePointNeedsNoPreparation) {
-    ExpectOnePointIsEnough(Linear(nullptr, nullptr, TailType::Calc(), TailType::Calc()));
-    const Spline none(100, 50, TailType::None(), TailType::None(), nullptr, nullptr, kUndefined);
+    ExpectOnePointIsEnough(Linear(nullptr, nullptr, kCalc, kCalc));
+    const Spline none(100, 50, kNone, kNone, nullptr, nullptr, kUndefined);
     EXPECT_EQ(none.Min(), kUndefined);
     ExpectOnePointIsEnough(none);
 }
@@ -147,8 +145,8 @@ TEST(AnyCurve, PreparesAndEvaluatesWithTrapsOn) {
     for (const unsigned trapping : {0U, kSerious}) {
         sys::SetTrappingFloatingPointExceptions(trapping);
         (void)MakeSpline(huge, 100, 30).Integrate(2.05e300, 2.06e300, kTolerance);
-        (void)MakeLinear(huge, TailType::None(), TailType::None())(kNan);
-        const Step step = MakeStep(huge, TailType::None(), TailType::Cycle());
+        (void)MakeLinear(huge, kNone, kNone)(kNan);
+        const Step step = MakeStep(huge, kNone, kCycle);
         (void)step(kUndefined);
         const unsigned left = sys::TrappingFloatingPointExceptions();
         const unsigned flags = sys::FloatingPointFlags();
@@ -198,9 +196,9 @@ TEST(AnyCurve, ServesManyThreadsAtOnce) {
         const double expected = sum();
         InThreads(4, [&](std::size_t) { EXPECT_EQ(sum(), expected); });
     };
-    serve(MakeStep(kPoints, TailType::Calc(), TailType::Cycle()));
-    serve(MakeLinear(kPoints, TailType::Calc(), TailType::Calc()));
-    serve(MakeSpline(kPoints, 50, 40, TailType::None(), TailType::Cycle()));
+    serve(MakeStep(kPoints, kCalc, kCycle));
+    serve(MakeLinear(kPoints, kCalc, kCalc));
+    serve(MakeSpline(kPoints, 50, 40, kNone, kCycle));
 }
 
 TEST(TailType, StoresReservedDoublesAndReadsItsOwnText) {

@@ -28,6 +28,9 @@ using math::fn::interpolate::Step;
 using Points = std::vector<FPOINT>;
 
 inline const Tolerance<double> kTolerance;
+inline const TailType kNone = TailType::None();
+inline const TailType kCalc = TailType::Calc();
+inline const TailType kCycle = TailType::Cycle();
 
 inline const FPOINT* First(const Points& points) {
     return points.data();

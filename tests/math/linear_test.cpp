@@ -11,10 +11,6 @@ using lmw::kUndefined;
 
 const Points kRoof = {{1.0, 10.0}, {2.0, 30.0}, {4.0, 20.0}};
 
-const TailType kNone = TailType::None();
-const TailType kCalc = TailType::Calc();
-const TailType kCycle = TailType::Cycle();
-
 TEST(LinearCurve, HasValueAndDerivativeInEveryTail) {
     struct Row {
         const char* why;

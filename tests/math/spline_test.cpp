@@ -11,10 +11,6 @@ namespace {
 using namespace lmw::test;
 using lmw::kUndefined;
 
-const TailType kNone = TailType::None();
-const TailType kCalc = TailType::Calc();
-const TailType kCycle = TailType::Cycle();
-
 // Silt loam, suction in cm of water and water content: Ehlers (1977), Geoderma 19.
 const Points kSiltLoam = {{11, 0.38},   {27, 0.37},   {50, 0.36},   {83, 0.35},   {140, 0.34},
                           {316, 0.32},  {550, 0.30},  {880, 0.28},  {1500, 0.26}, {2450, 0.24},

@@ -14,52 +14,47 @@ using math::fn::interpolate::Beyond;
 const Points kStairs = {{1.0, 10.0}, {2.0, 20.0}, {4.0, 40.0}};
 
 TEST(StepCurve, HasItsTailRulesInTheirOrder) {
-    const TailType none = TailType::None();
-    const TailType calc = TailType::Calc();
-    const TailType cycle = TailType::Cycle();
     const std::tuple<const char*, TailType, TailType, double, double> rows[] = {
-        {"the first point is data", none, none, 1.0, 10.0},
-        {"a value holds up to the next point", none, none, std::nextafter(2.0, 0.0), 10.0},
-        {"and not including it", none, none, 2.0, 20.0},
-        {"before: no tail", none, calc, 0.0, kUndefined},
-        {"the last point is already in the tail", none, none, 4.0, kUndefined},
-        {"a cycle after leaves the slope before alone", TailType::Slope(1.0), cycle, 0.0, 11.0},
-        {"a slope before counts away from the data", TailType::Slope(2.0), calc, 0.0, 12.0},
-        {"a slope after runs from the first point", calc, TailType::Slope(0.5), 4.0, 41.5},
-        {"and goes on so", calc, TailType::Slope(0.5), 6.0, 42.5},
-        {"no cycle backwards", cycle, cycle, 0.5, kUndefined},
-        {"a level slope at infinity", none, TailType(), HUGE_VAL, 40.0},
-        {"a cycle at infinity", none, cycle, HUGE_VAL, kUndefined},
+        {"the first point is data", kNone, kNone, 1.0, 10.0},
+        {"a value holds up to the next point", kNone, kNone, std::nextafter(2.0, 0.0), 10.0},
+        {"and not including it", kNone, kNone, 2.0, 20.0},
+        {"before: no tail", kNone, kCalc, 0.0, kUndefined},
+        {"the last point is already in the tail", kNone, kNone, 4.0, kUndefined},
+        {"a cycle after leaves the slope before alone", TailType::Slope(1.0), kCycle, 0.0, 11.0},
+        {"a slope before counts away from the data", TailType::Slope(2.0), kCalc, 0.0, 12.0},
+        {"a slope after runs from the first point", kCalc, TailType::Slope(0.5), 4.0, 41.5},
+        {"and goes on so", kCalc, TailType::Slope(0.5), 6.0, 42.5},
+        {"no cycle backwards", kCycle, kCycle, 0.5, kUndefined},
+        {"a level slope at infinity", kNone, TailType(), HUGE_VAL, 40.0},
+        {"a cycle at infinity", kNone, kCycle, HUGE_VAL, kUndefined},
     };
     for (const auto& [why, before, after, x, expected] : rows) {
         EXPECT_EQ(MakeStep(kStairs, before, after)(x), expected) << why;
     }
-    EXPECT_TRUE(std::isnan(MakeStep(kStairs, calc, calc)(std::nan(""))));
+    EXPECT_TRUE(std::isnan(MakeStep(kStairs, kCalc, kCalc)(std::nan(""))));
 }
 
 TEST(StepCurve, CyclesFromItsFirstPointLimitedToItsLast) {
-    const TailType none = TailType::None();
-    const Step own = MakeStep(kStairs, none, TailType::Cycle());  // period 3
+    const Step own = MakeStep(kStairs, kNone, kCycle);  // period 3
     EXPECT_EQ(own(4.0), 10.0);
     EXPECT_EQ(own(5.5), 20.0);
     EXPECT_EQ(own(1.0 + 3e9), 10.0);
-    const Step longer = MakeStep(kStairs, none, TailType::Cycle(), 5.0);
+    const Step longer = MakeStep(kStairs, kNone, kCycle, 5.0);
     EXPECT_EQ(longer(5.9), 40.0) << "the last value holds to the end of the period";
     EXPECT_EQ(longer(6.0), 10.0);
-    const Step shorter = MakeStep(kStairs, none, TailType::Cycle(), 2.0);
+    const Step shorter = MakeStep(kStairs, kNone, kCycle, 2.0);
     EXPECT_EQ(shorter(3.5), 20.0) << "data stay data";
     EXPECT_EQ(shorter(4.0), 20.0) << "phase 1 of the cycle that began at x = 3";
     EXPECT_EQ(shorter(5.0), 10.0);
-    EXPECT_EQ(MakeStep({{1.0, 7.0}}, none, TailType::Cycle())(3.0), 7.0);
+    EXPECT_EQ(MakeStep({{1.0, 7.0}}, kNone, kCycle)(3.0), 7.0);
     for (const double period : {0.0, -1.0, HUGE_VAL, std::nan("")}) {
-        EXPECT_EQ(MakeStep(kStairs, none, TailType::Cycle(), period)(5.0), kUndefined) << period;
-        EXPECT_EQ(MakeStep(kStairs, none, TailType::Cycle(), period).Integrate(1, 5, kTolerance),
-                  kUndefined);
+        EXPECT_EQ(MakeStep(kStairs, kNone, kCycle, period)(5.0), kUndefined) << period;
+        EXPECT_EQ(MakeStep(kStairs, kNone, kCycle, period).Integrate(1, 5, kTolerance), kUndefined);
     }
 }
 
 TEST(StepCurve, WithoutPointsIsUndefined) {
-    const Step step = MakeStep({}, TailType::Calc(), TailType::Calc());
+    const Step step = MakeStep({}, kCalc, kCalc);
     EXPECT_EQ(step(0.0), kUndefined);
     EXPECT_EQ(step.Integrate(0.0, 1.0, kTolerance), kUndefined);
     EXPECT_EQ(step.GetFunctionPeriodForCalculation(), kUndefined);
@@ -68,14 +63,13 @@ TEST(StepCurve, WithoutPointsIsUndefined) {
 }
 
 TEST(StepCurve, DescribesItsDomain) {
-    const auto domain = MakeStep(kStairs, TailType::Cycle(), TailType::Cycle()).Domain();
+    const auto domain = MakeStep(kStairs, kCycle, kCycle).Domain();
     EXPECT_EQ(domain.first, 1.0);
     EXPECT_EQ(domain.last, 4.0);
     EXPECT_EQ(domain.before, Beyond::kUndefined);
     EXPECT_EQ(domain.after, Beyond::kRepeats);
     EXPECT_EQ(domain.period, 3.0);
-    EXPECT_EQ(MakeStep(kStairs, TailType(), TailType::Cycle(), -1.0).Domain().after,
-              Beyond::kUndefined);
+    EXPECT_EQ(MakeStep(kStairs, TailType(), kCycle, -1.0).Domain().after, Beyond::kUndefined);
 }
 
 // The rules again, by linear search.
@@ -94,7 +88,7 @@ TEST(StepCurve, PreparedAgreesWithUnpreparedAndLinearSearch) {
         if (random.Chance(0.3)) {
             points[points.size() / 2].x = points[points.size() / 2 - 1].x;  // repeated
         }
-        Step step(TailType::Calc(), TailType::Calc(), First(points), Last(points));
+        Step step(kCalc, kCalc, First(points), Last(points));
         const Step unprepared = step;
         step.UpdateCalculatedValues();
         for (int i = 0; i < 50; ++i) {
@@ -117,7 +111,7 @@ TEST(StepCurve, UnorderedPointsGiveSomeValueOfTheirs) {
         for (int i = random.Integer(1, 9); i > 0; --i) {
             points.push_back({random.Chance(0.1) ? std::nan("") : random.Uniform(-5.0, 5.0), 1.0});
         }
-        const Step step = MakeStep(points, TailType::Calc(), TailType::Cycle());
+        const Step step = MakeStep(points, kCalc, kCycle);
         for (int i = 0; i < 20; ++i) {
             const double value = step(random.Uniform(-6.0, 6.0));
             EXPECT_TRUE(value == 1.0 || value == kUndefined) << value;
@@ -127,7 +121,7 @@ TEST(StepCurve, UnorderedPointsGiveSomeValueOfTheirs) {
 }
 
 TEST(StepCurve, IntegratesLeftValueTimesWidth) {
-    const Step level = MakeStep(kStairs, TailType::Calc(), TailType::Calc());
+    const Step level = MakeStep(kStairs, kCalc, kCalc);
     EXPECT_DOUBLE_EQ(level.Integrate(0.0, 5.0, kTolerance), 10.0 + 10.0 + 40.0 + 40.0);
     EXPECT_DOUBLE_EQ(level.Integrate(5.0, 0.0, kTolerance), 100.0) << "either order";
     EXPECT_DOUBLE_EQ(level.Integrate(1.25, 1.5, kTolerance), 2.5);
@@ -137,7 +131,7 @@ TEST(StepCurve, IntegratesLeftValueTimesWidth) {
     EXPECT_DOUBLE_EQ(sloped.Integrate(-1.0, 1.0, kTolerance), 14.0 * 2.0);
     EXPECT_DOUBLE_EQ(sloped.Integrate(4.0, 6.0, kTolerance), 43.0 * 2.0);
     // A place without a value makes the whole undefined; touching one does not.
-    const Step bare = MakeStep(kStairs, TailType::None(), TailType::None());
+    const Step bare = MakeStep(kStairs, kNone, kNone);
     EXPECT_EQ(bare.Integrate(0.5, 3.0, kTolerance), kUndefined);
     EXPECT_EQ(bare.Integrate(3.0, 4.5, kTolerance), kUndefined);
     EXPECT_EQ(bare.Integrate(9.0, 9.0, kTolerance), kUndefined);
@@ -146,7 +140,7 @@ TEST(StepCurve, IntegratesLeftValueTimesWidth) {
 
 TEST(StepCurve, IntegratesCyclesAsTheRepeatedPieces) {
     for (const double period : {kUndefined, 5.0, 2.0, 2.5}) {
-        const Step step = MakeStep(kStairs, TailType::None(), TailType::Cycle(), period);
+        const Step step = MakeStep(kStairs, kNone, kCycle, period);
         const double length = step.GetFunctionPeriodForCalculation();
         PropertyRandom random;
         for (int i = 0; i < 200; ++i) {
