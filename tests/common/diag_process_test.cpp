@@ -60,15 +60,6 @@ TEST_F(DiagProcess, StartsWithWhatTheCommandLineSays) {
               "level=1 mask=3 names= safe=0 interactive=1 diagnostic=0 traps=0\n");
 }
 
-TEST_F(DiagProcess, DiagnosticModeAndTrapsFollowTheEnvironment) {
-    for (const char* name : {"LMW_DIAG", "LOAMWORKS_DIAG_MODE"}) {
-        DefineEnvironmentVariable(name, "0");
-        EXPECT_EQ(OutputOf(kPrintSettings),
-                  "level=1 mask=3 names= safe=0 interactive=0 diagnostic=1 traps=1\n");
-        RemoveEnvironmentVariable(name);
-    }
-}
-
 TEST_F(DiagProcess, AssertionsAreInteractiveUnderADebugger) {
     EXPECT_EQ(RunChild(kReportAssertInteractive), kNo);
     EXPECT_EQ(RunChildUnderDebugger(kReportAssertInteractive), kYes);

@@ -277,14 +277,4 @@ TEST(FnError, ValueThatCannotBeComputedNamesWhatIsGiven) {
     EXPECT_EQ(detailed.as_wstring(), L"20548[a||||]\n\n95 %s of it");
 }
 
-TEST(FnError, HasItsOwnMessages) {
-    EXPECT_EQ(lmw::fn::error::FunctionDefinitionIncomplete().MessageId(), 20549U);
-    EXPECT_EQ(lmw::fn::error::OperationNotSupported().MessageId(), 21638U);
-    try {
-        throw lmw::fn::error::CalculationException(lmw::fn::error::OperationNotSupported());
-    } catch (const gtl::status_exception& thrown) {  // across the border of the library
-        EXPECT_EQ(thrown.Status().MessageId(), 21638U);
-    }
-}
-
 }  // namespace
