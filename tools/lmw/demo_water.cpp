@@ -38,20 +38,20 @@ class StillWater {
 
     void Run() {
         results_.analysis = L"Still water";
-        Mesh_();
+        MeshTables_();
+        MeshReport_();
         Draw_();
+        WaterHeading_();
         for (std::size_t i = 0; i < kMonths.size(); ++i) {
             Step_(static_cast<std::uint32_t>(i + 1), kMonths[i]);
         }
     }
 
  private:
-    void Mesh_() {
-        std::vector<double> areas(regions_.names.size());
+    void MeshTables_() {
         CsvText points;
         points.Cell("element").Cell("x").Cell("y").Cell("area").EndRow();
         for (const QuadSample& sample : mesh_.samples) {
-            areas[mesh_.elements[sample.element].region] += sample.area;
             points.Cell(std::to_string(sample.element + 1)).Cell(Decimals(sample.place.x, 4));
             points.Cell(Decimals(sample.place.y, 4)).Cell(Decimals(sample.area, 4)).EndRow();
         }
@@ -75,7 +75,14 @@ class StillWater {
         results_.Keep("mesh-nodes.csv", nodes.Text());
         results_.Keep("mesh-elements.csv", elements.Text());
         results_.Keep("mesh-points.csv", points.Text());
+    }
 
+    // The areas by both ways of computing them.
+    void MeshReport_() {
+        std::vector<double> areas(regions_.names.size());
+        for (const QuadSample& sample : mesh_.samples) {
+            areas[mesh_.elements[sample.element].region] += sample.area;
+        }
         results_.report += "\nMesh of the dam: " + std::to_string(mesh_.elements.size()) +
                            " quadrilaterals, " + std::to_string(mesh_.nodes->PointCount()) +
                            " nodes, " + std::to_string(mesh_.samples.size()) +
@@ -87,6 +94,9 @@ class StillWater {
                                Column(std::fabs(Geom::PolygonArea2D(regions_.polygons[i])), 13, 6) +
                                "\n";
         }
+    }
+
+    void WaterHeading_() {
         results_.report +=
             "\nWater per metre of the dam if it stood still at the reservoir's level in the whole "
             "section\n(step 1 is the lowest level, step 2 the highest; step 4 is the month of step "
