@@ -222,20 +222,19 @@ void CellTable::MarkCrossings(std::vector<Line2D>& work, std::size_t line_count,
 
 /// A segment that meets no interior border lies in one cell, as far as it lies in the area at all.
 void CellTable::MarkInside(const Line2D& line, unsigned item) {
-    unsigned cell = CellIdx(line.first);
-    if (cell == kOutside) {
+    Point2D within = line.first;
+    if (CellIdx(within) == kOutside) {
         Line2D inside = line;
         const double hx = precision_.halfEpsilon[0];
         const double hy = precision_.halfEpsilon[1];
         if (!Clip(inside, {x_.low - hx, x_.high + hx, y_.low - hy, y_.high + hy})) {
             return;
         }
-        cell = CellIdx({std::clamp(0.5 * (inside.first.x + inside.second.x), x_.low, x_.high),
-                        std::clamp(0.5 * (inside.first.y + inside.second.y), y_.low, y_.high)});
+        within = {std::clamp(0.5 * (inside.first.x + inside.second.x), x_.low, x_.high),
+                  std::clamp(0.5 * (inside.first.y + inside.second.y), y_.low, y_.high)};
     }
-    if (cell != kOutside) {
-        cells_[cell].Mark(item);
-    }
+    // Within tolerance of a border the cell of the point may be the one across it.
+    MarkAll(ColumnsWithin(within.x, within.x), RowsWithin(within.y, within.y), item);
 }
 
 // ---- finding

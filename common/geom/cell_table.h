@@ -42,7 +42,9 @@ class LMW_API Cell {
 /// 2. A segment wholly inside one cell is marked in that one only.
 /// 3. A coordinate within the half-epsilon of a border has both neighbouring columns or rows; one
 ///    beyond the area within the half-epsilon has the outermost.
-/// 4. Infinite, NaN and invalid coordinates never index anything.
+/// 4. Infinite, NaN and invalid coordinates never index anything. A segment so long that the
+///    rounding of its own coordinates exceeds the half-epsilon may be left out, or be in a wrong
+///    cell.
 ///
 /// Read-only questions may run at once. Copying copies all cells.
 class LMW_API CellTable {

@@ -411,40 +411,33 @@ unsigned QuadTree2D::Nearest(const Point2D& point) const noexcept {
 
 // ---- looking inside
 
-template <class Visit>
-void QuadTree2D::ForLeaves(std::uint32_t node, const Extents2D& box, std::size_t depth,
-                           const Visit& visit) const {
+void QuadTree2D::CollectLeafBoxes(std::uint32_t node, const Extents2D& box,
+                                  std::vector<Extents2D>& boxes) const {
     const Node& entry = nodes_[node];
-    const bool is_leaf = entry.kind == NodeKind::kLeaf;
-    if (is_leaf && (entry.count <= kLeafItems || !CanSplit(box, depth))) {
-        visit(box, entry.count);
+    if (entry.kind == NodeKind::kLeaf) {
+        boxes.push_back(box);
         return;
     }
     const Split split = SplitOf(box, precision_);
     for (std::size_t quadrant = 0; quadrant < entry.slots.size(); ++quadrant) {
-        const bool exists =
-            is_leaf ? (quadrant % 2 == 0 || split.splits_x) && (quadrant / 2 == 0 || split.splits_y)
-                    : entry.slots[quadrant] != 0;
-        if (exists) {
-            ForLeaves(is_leaf ? node : entry.slots[quadrant], QuadrantBox(box, split, quadrant),
-                      depth + 1, visit);
+        if (entry.slots[quadrant] != 0) {
+            CollectLeafBoxes(entry.slots[quadrant], QuadrantBox(box, split, quadrant), boxes);
         }
     }
 }
 
 std::vector<Extents2D> QuadTree2D::LeafBoxes() const {
     std::vector<Extents2D> boxes;
-    ForLeaves(0, extents_, 0,
-              [&](const Extents2D& box, std::uint32_t /*count*/) { boxes.push_back(box); });
+    CollectLeafBoxes(0, extents_, boxes);
     return boxes;
 }
 
 std::size_t QuadTree2D::OverflowCount() const noexcept {
-    std::size_t total = 0;
-    ForLeaves(0, extents_, 0, [&](const Extents2D& /*box*/, std::uint32_t count) {
-        total += count > kLeafItems ? count : 0;
-    });
-    return total;
+    std::size_t count = 0;
+    for (const auto& list : overflow_) {
+        count += list.size();
+    }
+    return count;
 }
 
 }  // namespace Geom

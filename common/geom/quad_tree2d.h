@@ -24,8 +24,10 @@ namespace Geom {
 ///
 /// 1. Find answers what a linear search over all items answers, wherever they lie: items and points
 ///    outside the root's extents are kept in the quadrants at the edge.
-/// 2. A leaf holds four items; one at the maximum depth, or too small for the tolerance to tell its
-///    quadrants apart, any number in an overflow list.
+/// 2. A leaf holds four items. Any number, in an overflow list, are held by one at the maximum
+///    depth, by one too small for the tolerance to tell its quadrants apart, and by one that all
+///    its items cover, which division would only repeat in every quadrant down to the last depth;
+///    it is divided when an item comes that does not cover it.
 /// 3. Items with infinite, NaN or invalid coordinates keep their points but are never found.
 ///
 /// Queries are read-only, allocate nothing (but for their output), and may run at once. Insertion
@@ -71,9 +73,6 @@ class LMW_API QuadTree2D {
     static constexpr unsigned kLeafItems = 4;
 
     enum class NodeKind : std::uint32_t { kLeaf = 0, kSplit = 1 };
-    /// A leaf whose items all cover it, so that dividing it would only repeat them in all of its
-    /// quadrants down to the last depth, keeps a list too: it stands for that subtree, and is
-    /// divided when an item comes that does not cover it.
     struct Node {
         NodeKind kind = NodeKind::kLeaf;
         std::uint32_t count = 0;  // of items; above four, slot 0 is the number of an overflow list
@@ -102,10 +101,8 @@ class LMW_API QuadTree2D {
                        const Point2D& point, unsigned& best, double& best_distance) const noexcept;
     [[nodiscard]] bool Touches(unsigned id, const Point2D& point) const noexcept;
     [[nodiscard]] double SquaredDistance(unsigned id, const Point2D& point) const noexcept;
-    /// Calls `visit(box, count)` for all leaves, those that a leaf stands for one by one.
-    template <class Visit>
-    void ForLeaves(std::uint32_t node, const Extents2D& box, std::size_t depth,
-                   const Visit& visit) const;
+    void CollectLeafBoxes(std::uint32_t node, const Extents2D& box,
+                          std::vector<Extents2D>& boxes) const;
 
     Extents2D extents_;
     std::uint32_t max_depth_ = 0;
