@@ -109,10 +109,12 @@ struct FredXingFit {
             -1,  ///< theta_s not positive and finite, or fewer than three points with suction
         kConverged = 0,       ///< a minimum inside the bounds
         kIterationLimit = 1,  ///< the best values within kMaxIterations of a start
-        kAtBound = 2,         ///< a parameter stands at a bound: the data do not determine it
-        kUndetermined = 3,  ///< a minimum inside the bounds, but not the only one near: the points
-                            ///< do not determine the parameters (fewer than three different
-                            ///< suctions, say)
+        /// A parameter stands at a bound, or the caller's start lies beyond one and is better: the
+        /// data do not determine it.
+        kAtBound = 2,
+        /// A minimum inside the bounds, but one of many: the data do not determine the parameters
+        /// (fewer than three different suctions, or effects that cannot be told apart).
+        kUndetermined = 3,
     };
     static constexpr int kMaxIterations = 300;
 

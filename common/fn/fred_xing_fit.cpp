@@ -265,16 +265,38 @@ std::optional<Vector3> LogOfStart(const std::array<double, 3>& start) {
     return Vector3(std::log(start[0]), std::log(start[1]), std::log(start[2]));
 }
 
+bool HasThreeSuctions(std::vector<Sample> samples) {
+    std::sort(samples.begin(), samples.end(),
+              [](const Sample& a, const Sample& b) { return a.log_suction < b.log_suction; });
+    const auto end = std::unique(
+        samples.begin(), samples.end(),
+        [](const Sample& a, const Sample& b) { return a.log_suction == b.log_suction; });
+    return end - samples.begin() >= 3;
+}
+
+// Whether the parameters' effects on the points can be told apart. With a unit diagonal, the
+// smallest pivot is the squared sine of the angle between one effect and the others.
+bool IsRegular(const Matrix3& normal) {
+    constexpr double kSmallestPivot = 1e-12;  // effects that agree to six digits
+    const Vector3 scale = normal.diagonal().cwiseSqrt();
+    if (!(scale.minCoeff() > 0.0)) {
+        return false;
+    }
+    const Vector3 inverse = scale.cwiseInverse();
+    const Matrix3 scaled = inverse.asDiagonal() * normal * inverse.asDiagonal();
+    return Eigen::LDLT<Matrix3>(scaled).vectorD().minCoeff() > kSmallestPivot;
+}
+
 void FillCovariance(const Model& model, FredXingFit& fit, const Vector3& log_parameters) {
     if (fit.code == FredXingFit::kAtBound) {
         return;
     }
     const Matrix3 normal = model.Linearise(log_parameters).normal;
-    const Eigen::LDLT<Matrix3> factors(normal);
-    if (!(factors.rcond() > std::numeric_limits<double>::epsilon())) {
+    if (!IsRegular(normal)) {
         fit.code = fit.code == FredXingFit::kConverged ? FredXingFit::kUndetermined : fit.code;
         return;
     }
+    const Eigen::LDLT<Matrix3> factors(normal);
     if (fit.points <= 3) {
         return;
     }
@@ -334,7 +356,11 @@ FredXingFit FredXing::Fit(double thetaS, std::span<const FPOINT> points, const m
     fit.m = bounds.ParameterOf(2, best.log_parameters[2]);
     fit.sum_of_squares = best.sum;
     fit.root_mean_square = std::sqrt(best.sum / fit.points);
-    FillCovariance(model, fit, best.log_parameters);
+    if (HasThreeSuctions(input.samples)) {
+        FillCovariance(model, fit, best.log_parameters);
+    } else if (fit.code == FredXingFit::kConverged) {
+        fit.code = FredXingFit::kUndetermined;
+    }
     return fit;
 }
 

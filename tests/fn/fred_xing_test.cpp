@@ -314,11 +314,18 @@ TEST(FredXingFit, SaysWhenTheDataDoNotDetermineTheParameters) {
     const std::vector<FPOINT> same(4, FPOINT{-1.0, 0.4});
     EXPECT_EQ(FredXing::Fit(0.4, same, UnitSet::KiloPascal(), kNoStart).code,
               FredXingFit::kAtBound);
-    // Two suctions leave a valley of equally good curves.
-    const std::vector<FPOINT> two = {{-1, 0.39}, {-1, 0.38}, {-10, 0.2}, {-10, 0.21}};
-    const FredXingFit valley = FredXing::Fit(0.4, two, UnitSet::KiloPascal(), kNoStart);
-    EXPECT_EQ(valley.code, FredXingFit::kUndetermined);
-    EXPECT_EQ(valley.covariance[0], kUndefined);
+    // Two suctions leave a valley of equally good curves, wherever they are.
+    lmw::test::PropertyRandom random;
+    for (int repeat = 0; repeat < 200; ++repeat) {
+        const double suctions[] = {random.LogUniform(0.1, 1e4), random.LogUniform(0.1, 1e4)};
+        std::vector<FPOINT> two;
+        for (int k = 0; k < 5; ++k) {
+            two.push_back({-suctions[k % 2], random.Uniform(0.05, 0.41)});
+        }
+        const FredXingFit valley = FredXing::Fit(0.42, two, UnitSet::KiloPascal(), kNoStart);
+        EXPECT_NE(valley.code, FredXingFit::kConverged);
+        EXPECT_EQ(valley.covariance[0], kUndefined);
+    }
 }
 
 // Reference fits of measured drying curves, computed with other software by a multi-start search.
