@@ -101,13 +101,14 @@ bool PassesThrough(const Line2D& line, const CellTable& table, unsigned ix, unsi
         std::max(a.y, b.y) < cell.y_min || std::min(a.y, b.y) > cell.y_max) {
         return false;
     }
-    const long double dx = static_cast<long double>(b.x) - a.x;
-    const long double dy = static_cast<long double>(b.y) - a.y;
+    const auto wide = [](double value) { return static_cast<long double>(value); };
+    const long double dx = wide(b.x) - wide(a.x);
+    const long double dy = wide(b.y) - wide(a.y);
     int left = 0;
     int right = 0;
     for (const Point2D& corner : CornerPointsOf(cell)) {
-        const long double side = dx * (static_cast<long double>(corner.y) - a.y) -
-                                 dy * (static_cast<long double>(corner.x) - a.x);
+        const long double side =
+            dx * (wide(corner.y) - wide(a.y)) - dy * (wide(corner.x) - wide(a.x));
         left += side > 0 ? 1 : 0;
         right += side < 0 ? 1 : 0;
     }

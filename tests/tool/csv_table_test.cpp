@@ -102,7 +102,8 @@ TEST(WholeFiles, AllOrNoneAreReplaced) {
     const TemporaryFolder folder;
     const std::string first = folder.Write("a", "old");
     EXPECT_THROW(WriteFiles({{first, "new"}, {folder.Name("none/b"), "new"}}), Failure);
-    EXPECT_THROW(WriteFiles({{first, "1"}, {first, "2"}}), Failure);
+    EXPECT_THROW(WriteFiles({{first, "1"}, {folder.Name("./a"), "2"}}), Failure);
+    EXPECT_THROW(WriteFiles({{folder.Name("c"), "1"}, {folder.Name("./c"), "2"}}), Failure);
     EXPECT_THROW(WriteFiles({{folder.Name("./a"), "result"}}, first), Failure);
     EXPECT_EQ(folder.Read("a"), "old");
     EXPECT_EQ(folder.Count(), 1U);

@@ -33,12 +33,6 @@ class Damaged : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-void Require(const gtl::status& result) {
-    if (result.Failed()) {
-        throw Failure(Utf8(result.as_wstring()));
-    }
-}
-
 struct ArchiveOptions {
     std::string archive;
     std::string pattern = "*";
@@ -220,38 +214,43 @@ void PrintChange(const ArchiveOptions& options, std::ostream& out, const char* d
     }
 }
 
-// Entries of such names could not be extracted again.
-void CheckBelow(const std::string& folder) {
-    const auto path = PathOf(folder);
-    bool leads_out = path.has_root_path() || folder.find(':') != std::string::npos;
-    for (const auto& part : path) {
-        leads_out = leads_out || part == ".." || part == ".";
+// The name of an entry as "folder/file". An entry of another form could not be extracted on every
+// platform: part by part without the signs of drives, patterns and pipes, and not ending in a dot
+// or a blank.
+std::wstring CheckedEntryName(const std::string& folder, const std::string& file) {
+    const std::u8string file_name = PathOf(file).filename().u8string();
+    std::string name(file_name.begin(), file_name.end());
+    if (!folder.empty()) {
+        name.insert(0, folder + "/");
     }
-    if (leads_out || folder.find('\\') != std::string::npos) {
-        throw Failure("--below: " + Quoted(folder) +
-                      " is not the name of a folder in an archive (parts are separated by /)");
+    bool is_plain = name.find_first_of("\\:*?\"<>|") == std::string::npos;
+    for (std::size_t begin = 0; is_plain && begin <= name.size();) {
+        const std::size_t end = std::min(name.find('/', begin), name.size());
+        is_plain = end > begin && name[end - 1] != '.' && name[end - 1] != ' ';
+        begin = end + 1;
     }
+    if (!is_plain) {
+        throw Failure(Quoted(name) + " is no name for an entry (parts are separated by /)");
+    }
+    std::replace(name.begin(), name.end(), '/', '\\');
+    return Wide(name);
 }
 
 void RunAdd(const ArchiveOptions& options, std::ostream& out) {
     std::vector<std::wstring> paths;
+    std::vector<std::wstring> names;
     for (const std::string& file : options.files) {
         paths.push_back(CheckedPath(file));
+        names.push_back(CheckedEntryName(options.below, file));
     }
-    CheckBelow(options.below);
     const bool is_new = sys::KindOfPath(Wide(options.archive)) == sys::PathKind::kNothing;
     Zip zip;
     OpenForUpdate(zip, options);
     for (std::size_t k = 0; k < paths.size(); ++k) {
-        const std::u8string file_name = PathOf(options.files[k]).filename().u8string();
-        std::wstring name = Wide(std::string(file_name.begin(), file_name.end()));
-        if (!options.below.empty()) {
-            name.insert(0, Wide(options.below) + L'\\');
-        }
+        const std::wstring& name = names[k];
         Zip::Ids old;
         if (options.replace) {
             const auto is_same = [&name](const std::wstring& entry) { return entry == name; };
-            std::replace(name.begin(), name.end(), L'/', L'\\');
             Require(zip.FindAllMatching(old, is_same));
         }
         const gtl::status result =

@@ -24,18 +24,21 @@
 namespace lmw::tool {
 namespace {
 
-void Require(const gtl::status& result) {
-    if (result.Failed()) {
-        throw Failure(Utf8(result.as_wstring()));
-    }
+// The entries of a file of the results: none, or one.
+sys::file::Zip::Ids EntriesOf(const sys::file::Zip& zip, const DemoFile& file) {
+    sys::file::Zip::Ids ids;
+    Require(zip.FindAllMatching(
+        ids, [entry = file.name.EntryName()](const std::wstring& name) { return name == entry; }));
+    return ids;
 }
 
-// Packs the results into a project archive. What an earlier run left there goes.
+// Packs the results into a project archive. What an earlier run left there is replaced, other
+// entries stay.
 void Pack(const DemoResults& results) {
     sys::file::Zip zip;
     Require(zip.Open(Wide(results.Archive()), sys::file::zip::CompactMode::OnClose));
-    Require(zip.Delete(zip.GetAllFileIDs()));
     for (const DemoFile& each : results.files) {
+        Require(zip.Delete(EntriesOf(zip, each)));
         Require(zip.Add(Wide(each.file.name), each.name.EntryName()));
     }
     Require(zip.SetComment(L"8.1"));  // the version of the project's format
@@ -59,11 +62,7 @@ std::vector<Packed> Reopened(const DemoResults& results, std::string& version) {
     version = std::to_string(numbers[0]) + "." + std::to_string(numbers[1]);
     std::vector<Packed> entries;
     for (const DemoFile& each : results.files) {
-        sys::file::Zip::Ids ids;
-        const auto is_it = [entry = each.name.EntryName()](const std::wstring& name) {
-            return name == entry;
-        };
-        Require(zip.FindAllMatching(ids, is_it));
+        const sys::file::Zip::Ids ids = EntriesOf(zip, each);
         if (ids.size() != 1) {
             throw Failure(results.Archive() + ": not one entry, but " + std::to_string(ids.size()) +
                           ", of the name " + Utf8(each.name.Description()));
@@ -149,6 +148,19 @@ struct DemoOptions {
     bool json = false;
 };
 
+// Nothing is written when the results could not be, or would replace the data.
+void CheckFolder(const DemoResults& results) {
+    std::error_code error;
+    if (std::filesystem::equivalent(PathOf(results.folder), PathOf(results.data), error) &&
+        !error) {
+        throw Failure(results.folder +
+                      ": is the folder of the data, which results may not replace");
+    }
+    if (std::filesystem::is_directory(PathOf(results.Archive()), error)) {
+        throw Failure(results.Archive() + ": is a folder");
+    }
+}
+
 void RunDemo(const DemoOptions& options, std::ostream& out) {
     ProgressBar progress;
     auto begin = [&progress, begun = 0.0](const char* what) mutable {
@@ -156,6 +168,7 @@ void RunDemo(const DemoOptions& options, std::ostream& out) {
         progress.Show(begun++ / kChapters, what);
     };
     DemoResults results{options.data, options.folder};
+    CheckFolder(results);
     results.report = "Loamworks Core " LMW_VERSION_STRING "\n";
     begin("soils");
     const std::vector<FittedSoil> soils = AddSoils(results);

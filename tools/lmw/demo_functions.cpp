@@ -61,9 +61,7 @@ class Functions {
         if (result.Succeeded()) {
             result = function.UpdateCalculatedValues();
         }
-        if (result.Failed()) {
-            throw Failure(name + ": " + Utf8(result.as_wstring()));
-        }
+        Require(result, name);
         definitions_.Cell(name).Cell(Utf8(fn::impl::as_wstring(*function))).EndRow();
         return function;
     }
@@ -169,9 +167,7 @@ class Functions {
                        {"level above the foundation (m)"});
         chart.Add(std::move(steps));
         chart.Add(std::move(measured));
-        for (const std::string& comment : storages.Comments()) {
-            chart.AddNote(comment);
-        }
+        chart.AddNotes(storages.Comments());
         chart.AddNote("Brought to the height of the dam: an elevation of " +
                       Decimals(kFoundation, 0) + " ft is its foundation, " + Decimals(kFull, 0) +
                       " ft its full water.");

@@ -27,6 +27,9 @@ NamedRegions DemoResults::Regions(std::string_view name) const {
         }
     }
     regions.polygons = ReadPointRows(DataFile(name), {"2", "3"});
+    if (regions.names.empty()) {
+        throw table.About("no regions");
+    }
     std::vector<std::string> distinct = regions.names;
     std::sort(distinct.begin(), distinct.end());
     if (std::adjacent_find(distinct.begin(), distinct.end()) != distinct.end()) {

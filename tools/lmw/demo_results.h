@@ -41,7 +41,7 @@ struct DemoResults {
     /// The full name of a data file, and the table in it. Throws Failure.
     [[nodiscard]] std::string DataFile(std::string_view name) const;
     [[nodiscard]] CsvTable Table(std::string_view name) const;
-    /// The same for a section. Throws Failure when a region stands in two places.
+    /// The same for a section. Throws Failure when it has no regions or one stands in two places.
     [[nodiscard]] NamedRegions Regions(std::string_view name) const;
 
     /// Adds a file of the analysis.

@@ -215,9 +215,7 @@ class Section {
         chart.Add(std::move(level));
         chart.Add(SeriesOf_(Form::kPoints, "intersections", crossings_, 1));
         const CsvTable table = results_.Table(facts_.file);
-        for (const std::string& comment : table.Comments()) {
-            chart.AddNote(comment);
-        }
+        chart.AddNotes(table.Comments());
         results_.Keep(facts_.file + std::string(".svg"), chart.Text());
     }
 

@@ -89,9 +89,7 @@ class Soils {
             AddTo_(chart, round, Described(spline), 0, Stroke::kSolid);
             AddTo_(chart, straight, Described(linear), 6, Stroke::kDashed);
             AddMarksTo_(chart, round, "measured", 1);
-            for (const std::string& comment : table.Comments()) {
-                chart.AddNote(comment);
-            }
+            chart.AddNotes(table.Comments());
             results_.Keep(soil.file + std::string(".svg"), chart.Text());
             AddTo_(all, round, soil.name, i, Stroke::kSolid);
             AddMarksTo_(all, round, "", i);
@@ -195,9 +193,7 @@ class Soils {
         SvgChart chart(std::string("Fredlund-Xing curve of ") + soil.name,
                        {"suction (cm of water)", Scale::kLogarithmic}, {"water content (cm³/cm³)"});
         AddFitTo_(chart, fit, fit.Suctions(), "fitted", 0, "measured", 1);
-        for (const std::string& comment : table.Comments()) {
-            chart.AddNote(comment);
-        }
+        chart.AddNotes(table.Comments());
         return chart.Text();
     }
 
@@ -261,9 +257,7 @@ class Soils {
             fn::Create(Wide("Linear(DataInit=" + points +
                             ",SlopeBefore=None,SlopeAfter=None,LogInput=true,LogOutput=true)"),
                        function);
-        if (made.Failed()) {
-            throw Failure(Utf8(made.as_wstring()));
-        }
+        Require(made);
         return function;
     }
 

@@ -115,9 +115,7 @@ class Strengths {
             {.label = "limit", .x = {1.0, 1.0}, .y = {0.0, highest}, .stroke = Stroke::kDashed});
         chart.AddNote(Decimals(failures, 0) + " of " + std::to_string(kTrials) +
                       " trials are below 1.");
-        for (const std::string& comment : table_.Comments()) {
-            chart.AddNote(comment);
-        }
+        chart.AddNotes(table_.Comments());
         results_.Keep("safety.svg", chart.Text());
     }
 

@@ -116,9 +116,7 @@ class StillWater {
             {DataParamType::CoordinateX, DataParamType::CoordinateY, DataParamType::ElementArea,
              DataParamType::PorePressure, DataParamType::VolumetricWaterContent},
             static_cast<std::uint32_t>(mesh_.elements.size()));
-        if (made.Failed()) {
-            throw Failure(Utf8(made.as_wstring()));
-        }
+        Require(made);
         for (const DataParamType param : table.Params()) {
             for (double& value : table.Column(param)) {
                 value = 0.0;

@@ -2,7 +2,10 @@
 
 // How a command gives up.
 
+#include "common/status.h"
+
 #include <stdexcept>
+#include <string>
 
 namespace lmw::tool {
 
@@ -13,5 +16,8 @@ class Failure : public std::runtime_error {
  public:
     using std::runtime_error::runtime_error;
 };
+
+/// Throws what a failed status says, after what it is about if that is given.
+void Require(const gtl::status& result, const std::string& about = {});
 
 }  // namespace lmw::tool

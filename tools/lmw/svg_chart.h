@@ -63,6 +63,9 @@ class SvgChart {
 
     /// A line of small print below the picture.
     void AddNote(std::string note) { notes_.push_back(std::move(note)); }
+    void AddNotes(const std::vector<std::string>& notes) {
+        notes_.insert(notes_.end(), notes.begin(), notes.end());
+    }
 
     /// One unit is as long in x as in y, for sections and maps. Linear axes only.
     void KeepAspect() { keep_aspect_ = true; }

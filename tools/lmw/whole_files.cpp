@@ -3,7 +3,7 @@
 #include "tools/lmw/failure.h"
 #include "tools/lmw/text.h"
 
-#include <cstddef>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <ios>
@@ -76,6 +76,13 @@ class PartFiles {
     std::vector<Part> parts_;
 };
 
+// Where a file is, or will be, whatever its name goes through.
+fs::path PlaceOf(const std::string& file) {
+    std::error_code error;
+    fs::path place = fs::weakly_canonical(PathOf(file), error);
+    return error ? PathOf(file) : place;
+}
+
 }  // namespace
 
 std::string ReadWholeFile(const std::string& file) {
@@ -96,20 +103,17 @@ std::string ReadWholeFile(const std::string& file) {
 }
 
 void WriteFiles(const std::vector<OutputFile>& files, const std::string& input) {
-    const auto is_same = [](const std::string& a, const std::string& b) {
-        std::error_code error;
-        const fs::path path = fs::weakly_canonical(PathOf(a), error);
-        return !error && path == fs::weakly_canonical(PathOf(b), error) && !error;
-    };
-    for (std::size_t k = 0; k < files.size(); ++k) {
-        if (!input.empty() && is_same(files[k].name, input)) {
-            throw Failure(files[k].name + ": is the input, which results may not replace");
+    std::vector<fs::path> places;
+    const fs::path input_place = input.empty() ? fs::path() : PlaceOf(input);
+    for (const OutputFile& file : files) {
+        const fs::path place = PlaceOf(file.name);
+        if (!input.empty() && place == input_place) {
+            throw Failure(file.name + ": is the input, which results may not replace");
         }
-        for (std::size_t other = 0; other < k; ++other) {
-            if (files[other].name == files[k].name) {
-                throw Failure(files[k].name + ": two results go to this file");
-            }
+        if (std::find(places.begin(), places.end(), place) != places.end()) {
+            throw Failure(file.name + ": two results go to this file");
         }
+        places.push_back(place);
     }
     PartFiles parts;
     for (const OutputFile& file : files) {
