@@ -15,8 +15,8 @@ namespace doc::file {
 
 /// A value: copies are deep, nothing is looked up on disk. The project path is that of the suite's
 /// projects, with "\" and ":" between its parts on every platform; one with "/" is a file name as a
-/// whole. Not shared between threads without a
-/// lock; IsEmpty() of different names may be called from any threads.
+/// whole. Not shared between threads without a lock; IsEmpty() of different names may be called
+/// from any threads.
 ///
 /// 1. Compare is a strict weak order over all names, whatever text they hold, and does not depend
 ///    on a locale: a map keyed by names keeps its order.
@@ -52,8 +52,9 @@ class LMW_API Name {
     /// What users read: "<project path>: <analysis>\<step>\<file name><extension>" with the parts
     /// that are there; a run follows its analysis by message 23262.
     [[nodiscard]] std::wstring Description() const;
-    /// The same without the project: under this name the piece is kept in its archive. A selection
-    /// has none.
+    /// The same without the project: under this name the piece is kept in its archive. Surprising:
+    /// names that are equal by property 2 may have different ones, and with a run it depends on the
+    /// language of the host's message 23262. Of a selection it names no entry.
     [[nodiscard]] std::wstring EntryName() const;
 
     Name& ProjectPath(std::wstring path);

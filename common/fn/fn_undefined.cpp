@@ -21,6 +21,7 @@ FnUndefined::FnUndefined(const std::wstring& name, const gtl::status& why)
 FnUndefined::FnUndefined(const FnUndefined& other)
     : FnKind(other),
       IFnCustomAsString(other),
+      IFnIsEqual(other),
       IFnLastError(other),
       why_(other.why_.Duplicate()),
       definition_(other.definition_) {}
@@ -36,6 +37,11 @@ std::wstring FnUndefined::as_wstring() const {
     return definition_.empty()
                ? ::fn::string::Serialize(KindName(), lmw::fn::PersistedAttributes(*this))
                : definition_;
+}
+
+bool FnUndefined::IsEqual(const FnImpl& other) const {
+    const auto* const undefined = dynamic_cast<const FnUndefined*>(&other);
+    return undefined != nullptr && undefined->definition_ == definition_;
 }
 
 double FnUndefined::Calculate(const double* /*x*/, const double* /*y*/) const {

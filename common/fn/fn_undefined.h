@@ -16,6 +16,7 @@
 /// project that is loaded where a kind is missing, and saved again, has lost nothing.
 class LMW_API FnUndefined final : public FnKind,
                                   public lmw::fn::IFnCustomAsString,
+                                  public lmw::fn::IFnIsEqual,
                                   public lmw::fn::IFnLastError {
  public:
     /// `why` is copied into a record of its own, so that the function may go to another thread than
@@ -31,12 +32,13 @@ class LMW_API FnUndefined final : public FnKind,
     /// The name given, also when it is empty.
     [[nodiscard]] std::wstring Name() const override { return GivenName_(); }
 
-    /// The text of which it could not be made; empty when there was none. It does not count when
-    /// functions are compared.
+    /// The text of which it could not be made; empty when there was none. Undefined functions are
+    /// equal when these are. A name or description that is given later does not reach it.
     [[nodiscard]] const std::wstring& Definition() const { return definition_; }
     void SetDefinition(std::wstring text) { definition_ = std::move(text); }
     /// That text as it stands, else the form of the other kinds, with the name.
     [[nodiscard]] std::wstring as_wstring() const override;
+    [[nodiscard]] bool IsEqual(const FnImpl& other) const override;
 
     [[nodiscard]] double Calculate(const double* x, const double* y) const override;
     [[nodiscard]] std::unique_ptr<FnImpl> Clone() const override;

@@ -122,8 +122,8 @@ void Distribute(std::vector<Share>& shares, std::uint64_t pieces) {
     }
 }
 
-/// Lengths of the pieces from the end with `first_spacing`; empty when the enforced ones leave
-/// nothing.
+/// Lengths of the pieces from a to b; empty when the enforced ones are not positive or leave
+/// nothing, and for an infinite interval.
 std::vector<double> PieceLengths(const Interval& interval, std::uint64_t pieces, double growth) {
     const double length = interval.Length();
     const double enforced = (interval.enforced_a ? interval.spacing_a : 0.0) +

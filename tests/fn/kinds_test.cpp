@@ -91,6 +91,8 @@ TEST(Create, KeepsReasonAndTextInAnUndefinedFunction) {
         EXPECT_EQ(static_cast<const FnUndefined&>(*function).Name(), name);
         const IFn copy = IFn(function->Clone());
         EXPECT_EQ(impl::as_wstring(*copy), text);
+        EXPECT_TRUE(impl::IsEqual(*copy, *function));
+        EXPECT_FALSE(impl::IsEqual(*IFn(), *function));
         EXPECT_EQ(At(function, 1.0), kUndefined);
         EXPECT_EQ(handler.Take().at(0).message_id, message);
     }

@@ -192,6 +192,13 @@ TEST_F(Demo, ArchiveHoldsEveryFileAndThePageEveryPicture) {
         << json.out;
 }
 
+TEST(DemoFolder, MayNotBeThatOfTheData) {
+    const TemporaryFolder folder;
+    const ToolResult run = RunTool({"demo", folder.Name("."), "--data", folder.Name("")});
+    EXPECT_EQ(run.exit_code, 2);
+    EXPECT_NE(run.err.find("is the folder of the data"), std::string::npos) << run.err;
+}
+
 TEST(Progress, BarFillsWithTheWorkAndHoldsBeyond) {
     EXPECT_EQ(ProgressText(0.0, "soils"), "[------------------------] soils");
     EXPECT_EQ(ProgressText(1.0 / 3.0, "mesh"), "[########----------------] mesh");

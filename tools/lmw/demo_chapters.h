@@ -1,7 +1,7 @@
 #pragma once
 
 // The chapters of the worked example, in the order in which they run. Each adds its part of the
-// report and its files to the results, and throws Failure when its data cannot be read.
+// report and its files to the results, and throws Failure when its data cannot be read or used.
 
 #include "common/fn/ifn.h"
 
@@ -30,7 +30,7 @@ struct FittedSoil {
 [[nodiscard]] std::vector<FittedSoil> AddSoils(DemoResults& results);
 
 /// The sections of a dam and of a layered slope: areas of the regions, each edge once with the
-/// regions that use it, points along the edges, and where the water's level meets them.
+/// regions that use it, points along the edges, and where the water's level crosses them.
 void AddSections(DemoResults& results);
 
 /// The functions of the dam.
@@ -48,7 +48,8 @@ struct DamFunctions {
 /// A mesh of the dam, and the water in its elements at some times.
 void AddWater(DemoResults& results, const DamFunctions& functions);
 
-/// Sampled strengths, and how likely the downstream face slides with them.
+/// Sampled strengths, and how likely a long dry slope of the downstream face's inclination slides
+/// with them.
 void AddStrengths(DemoResults& results);
 
 }  // namespace lmw::tool

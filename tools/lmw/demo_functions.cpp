@@ -81,7 +81,8 @@ class Functions {
     // The fitted curve of each region's soil.
     std::vector<IFn> WaterContents_() {
         results_.report +=
-            "\nFunctions of the dam, from definition texts\n\n"
+            "\nFunctions of the dam, from definition texts (which soil stands for which region is "
+            "assumed)\n\n"
             "                                        water content at a pressure of (kPa)\n"
             "  region            soil                   0       -1      -10     -100    -1000\n";
         std::vector<IFn> functions;

@@ -27,7 +27,7 @@ struct SectionFacts {
     const char* name;
     const char* file;
     const char* unit;
-    double level;    // of the water; drawn through the whole section
+    double level;    // of the water, assumed for the slope; drawn through the whole section
     double spacing;  // of points on edges
     double finest;   // spacing at the highest points
 };
@@ -63,7 +63,7 @@ class Section {
         results_.report += "  edges " + std::to_string(edges_.size()) + ", shared by two regions " +
                            std::to_string(shared) + ", corners inserted where regions touch " +
                            std::to_string(inserted) + "\n  points on edges " +
-                           std::to_string(points_.size()) + ", intersections with the level " +
+                           std::to_string(points_.size()) + ", crossings of the level " +
                            Decimals(facts_.level, 3) + " " + facts_.unit + ": " +
                            std::to_string(crossings_.size()) + "\n";
         Search_();
@@ -109,8 +109,8 @@ class Section {
         for (std::size_t i = 0; i < regions_.size(); ++i) {
             const double area = std::fabs(Geom::PolygonArea2D(regions_[i]));
             const Geom::Point2D centre = Geom::PolygonCentreOfMass2D(regions_[i]);
-            csv.Cell(names_[i]).Cell(Decimals(area, 4));
-            csv.Cell(Decimals(centre.x, 4)).Cell(Decimals(centre.y, 4)).EndRow();
+            csv.Cell(names_[i]).Cell(Decimals(area, 6));
+            csv.Cell(Decimals(centre.x, 6)).Cell(Decimals(centre.y, 6)).EndRow();
             results_.report += "  " + Padded(names_[i], 20) + Column(area, 12, 3) + " " + unit +
                                "²   centroid (x, y)" + Column(centre.x, 10, 3) +
                                Column(centre.y, 10, 3) + "\n";
@@ -141,7 +141,7 @@ class Section {
                 throw Failure(results_.DataFile(facts_.file) + ": an edge cannot be divided");
             }
             for (const Geom::Point2D& p : divided) {
-                points.Cell(number).Cell(Decimals(p.x, 4)).Cell(Decimals(p.y, 4)).EndRow();
+                points.Cell(number).Cell(Decimals(p.x, 6)).Cell(Decimals(p.y, 6)).EndRow();
             }
             points_.insert(points_.end(), divided.begin(), divided.end());
         }
@@ -166,7 +166,7 @@ class Section {
         for (const Geom::LineEvent2D& event : events) {
             const auto edge =
                 static_cast<std::size_t>(std::min(event.first, event.second) - segments_.data());
-            csv.Cell(Decimals(event.point.x, 4)).Cell(Decimals(event.point.y, 4));
+            csv.Cell(Decimals(event.point.x, 6)).Cell(Decimals(event.point.y, 6));
             csv.Cell(std::to_string(edges_[edge].line_id)).EndRow();
             crossings_.push_back(event.point);
         }
@@ -182,7 +182,7 @@ class Section {
                          precision_);
         table.Assign(segments_);
         std::vector<unsigned> near_level;
-        table.FindAll(near_level, {segments_.back()});
+        table.FindAll(near_level, {segments_.back()});  // itself among them
         Geom::QuadTree2D tree;
         constexpr std::size_t kDepth = 12;
         tree.Initialize(extents_, kDepth, precision_, regions_.size(), 2);
@@ -194,9 +194,9 @@ class Section {
             found += tree.Find(Geom::PolygonCentreOfMass2D(regions_[id])) == id ? 1U : 0U;
         }
         results_.report +=
-            "  cell table: " + std::to_string(near_level.size()) + " of " +
-            std::to_string(segments_.size()) +
-            " segments share a cell with the level; quadtree: " + std::to_string(found) + " of " +
+            "  cell table: " + std::to_string(near_level.size() - 1) + " of " +
+            std::to_string(edges_.size()) +
+            " edges share a cell with the level; quadtree: " + std::to_string(found) + " of " +
             std::to_string(regions_.size()) + " regions are found at their own centroids\n";
     }
 
@@ -213,7 +213,7 @@ class Section {
                                  {segments_.back().first, segments_.back().second}, 5);
         level.stroke = Stroke::kDashed;
         chart.Add(std::move(level));
-        chart.Add(SeriesOf_(Form::kPoints, "intersections", crossings_, 1));
+        chart.Add(SeriesOf_(Form::kPoints, "crossings", crossings_, 1));
         const CsvTable table = results_.Table(facts_.file);
         chart.AddNotes(table.Comments());
         results_.Keep(facts_.file + std::string(".svg"), chart.Text());

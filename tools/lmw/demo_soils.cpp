@@ -62,10 +62,10 @@ class Soils {
         results_.report +=
             "\nRetention: volumetric water content of three soils, spline through the measured "
             "points\n"
-            "(given up: water between suctions of 300 and 15000 cm, in % of the volume)\n\n"
+            "(available: water between suctions of 300 and 15000 cm, in % of the volume)\n\n"
             "                          water content at a suction of (cm)     slope at\n"
             "  soil            points     100     300    1000   15000      1000 cm (1/cm)    "
-            "given up (%)\n";
+            "available (%)\n";
         for (std::size_t i = 0; i < kSoils.size(); ++i) {
             const Soil& soil = kSoils[i];
             const CsvTable table = results_.Table(soil.file);
@@ -236,7 +236,7 @@ class Soils {
                                Column(static_cast<double>(marks.x.size()), 6, 0);
             for (const double suction : {50.0, 100.0, 300.0, 1000.0, 10000.0}) {
                 const double value = fn::impl::SafeCalculate(*conductivity, &suction, nullptr);
-                results_.report += IsDefined(value) ? Column(value, 12, 5) : RightAligned("-", 12);
+                results_.report += RightAligned(IsDefined(value) ? Rounded_(value, 3) : "-", 12);
             }
             results_.report += "\n";
             Series line{.label = kSoils[i].name, .color = i};

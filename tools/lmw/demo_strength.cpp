@@ -49,11 +49,13 @@ class Strengths {
         if (table_.NumberOfRows() != values_.size()) {
             throw table_.About(std::to_string(values_.size()) + " rows are expected");
         }
-        results_.report += "\nStrength of the shells: " + std::to_string(kTrials) +
-                           " trials (deviation: standard deviation)\n\n"
-                           "                                normal law                sampled\n"
-                           "  quantity                   mean ± deviation            mean    "
-                           "deviation      least   greatest\n";
+        results_.report +=
+            "\nStrength of the downstream shell, assumed, not that of the measured sand: " +
+            std::to_string(kTrials) +
+            " trials (deviation: standard deviation)\n\n"
+            "                                normal law                sampled\n"
+            "  quantity                   mean ± deviation            mean    "
+            "deviation      least   greatest\n";
         summary_.Cell("quantity").Cell("mean").Cell("standard deviation");
         summary_.Cell("least").Cell("greatest").EndRow();
         math::Random random(kSeed);
@@ -104,15 +106,19 @@ class Strengths {
         results_.Keep("safety.csv", csv.Text());
         results_.report += "  factors below 1: " + Decimals(100.0 * failures / kTrials, 2) +
                            " % (a long dry slope of " + Decimals(kSlope, 0) +
-                           " : 1, slip surface at a depth of " + Decimals(kDepth, 0) +
+                           " : 1, slip surface at a vertical depth of " + Decimals(kDepth, 0) +
                            " m; no cohesion where a trial is below 0)\n";
 
-        SvgChart chart("Factor of safety of a long dry slope of 2 : 1", {"factor of safety"},
-                       {"trials in a bin"});
+        SvgChart chart("Factor of safety of a long dry slope of " + Decimals(kSlope, 0) + " : 1",
+                       {"factor of safety"}, {"trials in a bin"});
         const double highest = *std::max_element(bars.y.begin(), bars.y.end());
         chart.Add(std::move(bars));
         chart.Add(
             {.label = "limit", .x = {1.0, 1.0}, .y = {0.0, highest}, .stroke = Stroke::kDashed});
+        const double outside = safety.BinCounts().front() + safety.BinCounts().back();
+        if (outside > 0.0) {
+            chart.AddNote("Trials outside the range shown: " + Decimals(outside, 0) + ".");
+        }
         chart.AddNote(Decimals(failures, 0) + " of " + std::to_string(kTrials) +
                       " trials are below 1.");
         chart.AddNotes(table_.Comments());

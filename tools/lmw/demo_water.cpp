@@ -50,10 +50,10 @@ class StillWater {
  private:
     void MeshTables_() {
         CsvText points;
-        points.Cell("element").Cell("x").Cell("y").Cell("area").EndRow();
+        points.Cell("element").Cell("x (m)").Cell("y (m)").Cell("area (m²)").EndRow();
         for (const QuadSample& sample : mesh_.samples) {
-            points.Cell(std::to_string(sample.element + 1)).Cell(Decimals(sample.place.x, 4));
-            points.Cell(Decimals(sample.place.y, 4)).Cell(Decimals(sample.area, 4)).EndRow();
+            points.Cell(std::to_string(sample.element + 1)).Cell(Decimals(sample.place.x, 6));
+            points.Cell(Decimals(sample.place.y, 6)).Cell(Decimals(sample.area, 6)).EndRow();
         }
         CsvText elements;
         elements.Cell("element").Cell("region").Cell("node 1").Cell("node 2").Cell("node 3");
@@ -66,11 +66,11 @@ class StillWater {
             elements.EndRow();
         }
         CsvText nodes;
-        nodes.Cell("node").Cell("x").Cell("y").EndRow();
+        nodes.Cell("node").Cell("x (m)").Cell("y (m)").EndRow();
         for (GID id = 1; id <= mesh_.nodes->PointCount(); ++id) {
             const Geom::Point2D place = mesh_.nodes->PointAt(id);
-            nodes.Cell(std::to_string(id)).Cell(Decimals(place.x, 4));
-            nodes.Cell(Decimals(place.y, 4)).EndRow();
+            nodes.Cell(std::to_string(id)).Cell(Decimals(place.x, 6));
+            nodes.Cell(Decimals(place.y, 6)).EndRow();
         }
         results_.Keep("mesh-nodes.csv", nodes.Text());
         results_.Keep("mesh-elements.csv", elements.Text());
@@ -99,8 +99,9 @@ class StillWater {
     void WaterHeading_() {
         results_.report +=
             "\nWater per metre of the dam if it stood still at the reservoir's level in the whole "
-            "section\n(step 1 is the lowest level, step 2 the highest; step 4 is the month of step "
-            "1 in the second round)\n\n"
+            "section\n(months since the end of October 2013; month 61.5 is month 13.5 of the "
+            "second "
+            "round)\n\n"
             "  step   month   level (m)";
         for (const std::string& name : regions_.names) {
             results_.report += RightAligned(name + " (m³)", 24);
@@ -179,8 +180,8 @@ class StillWater {
         }
         results_.KeepStep(step, "element.csv", csv.Text());
 
-        SvgChart chart("Water content of the elements, " + when, {"volumetric water content"},
-                       {"y (m)"});
+        SvgChart chart("Water content of the elements, " + when,
+                       {"volumetric water content (m³/m³)"}, {"y (m)"});
         for (std::size_t region = 0; region < regions_.names.size(); ++region) {
             Series points{
                 .form = Form::kPoints, .label = regions_.names[region], .color = region + 2};

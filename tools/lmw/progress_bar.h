@@ -26,8 +26,8 @@ class ProgressBar {
     /// Wipes the bar away, so that what is printed next stands alone.
     void End();
 
-    /// Show for the operations of an archive, which go on as long as it answers true; empty where
-    /// there is no bar, because they are quicker then. Used while the bar lives.
+    /// Show as the archive's operations take it, for as long as the bar lives; they go on while it
+    /// answers true. Empty where there is no bar: they do without then.
     [[nodiscard]] std::function<bool(double)> Function(std::string what);
 
  private:

@@ -17,7 +17,8 @@
 
 namespace Geom::detail {
 
-/// The grid over the `used` lines, whose coordinates are below 1e300.
+/// The grid over the `used` lines, whose coordinates are below 1e300. It refers to `boxes` and
+/// `used`, which must outlive it.
 class PairGrid {
  public:
     PairGrid(const std::vector<Line2D>& lines, const std::vector<WideBox>& boxes,
