@@ -15,10 +15,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <ostream>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace lmw::tool {
@@ -150,13 +152,12 @@ struct DemoOptions {
 
 // Nothing is written when the results could not be, or would replace the data.
 void CheckFolder(const DemoResults& results) {
-    std::error_code error;
-    if (std::filesystem::equivalent(PathOf(results.folder), PathOf(results.data), error) &&
-        !error) {
+    if (IsSamePlace(results.folder, results.data)) {
         throw Failure(results.folder +
                       ": is the folder of the data, which results may not replace");
     }
-    if (std::filesystem::is_directory(PathOf(results.Archive()), error)) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(PathOf(results.Archive()), ignored)) {
         throw Failure(results.Archive() + ": is a folder");
     }
 }

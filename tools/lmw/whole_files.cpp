@@ -80,7 +80,10 @@ class PartFiles {
 fs::path PlaceOf(const std::string& file) {
     std::error_code error;
     fs::path place = fs::weakly_canonical(PathOf(file), error);
-    return error ? PathOf(file) : place;
+    if (error) {
+        return PathOf(file);
+    }
+    return place.has_filename() ? place : place.parent_path();  // a folder's closing separator
 }
 
 }  // namespace
@@ -120,6 +123,10 @@ void WriteFiles(const std::vector<OutputFile>& files, const std::string& input) 
         parts.Write(file);
     }
     parts.Rename();
+}
+
+bool IsSamePlace(const std::string& a, const std::string& b) {
+    return PlaceOf(a) == PlaceOf(b);
 }
 
 void MakeFolder(const std::string& folder) {

@@ -25,6 +25,9 @@ struct OutputFile {
 /// results.
 void WriteFiles(const std::vector<OutputFile>& files, const std::string& input = {});
 
+/// Whether two names lead to one file or folder, there or not yet.
+[[nodiscard]] bool IsSamePlace(const std::string& a, const std::string& b);
+
 /// Makes a folder and those above it, if they are not there. Throws Failure when that is
 /// impossible.
 void MakeFolder(const std::string& folder);
