@@ -26,8 +26,11 @@ struct FittedSoil {
     double m = 0.0;
 };
 
-/// Three measured soils and a rainfall series: read, interpolated, fitted, tabulated and drawn.
+/// Three measured soils: read, interpolated, fitted, tabulated and drawn.
 [[nodiscard]] std::vector<FittedSoil> AddSoils(DemoResults& results);
+
+/// A rainfall series, each year repeated, and its sums.
+void AddRain(DemoResults& results);
 
 /// The sections of a dam and of a layered slope: areas of the regions, each edge once with the
 /// regions that use it, points along the edges, and where the water's level crosses them.

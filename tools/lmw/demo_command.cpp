@@ -165,7 +165,7 @@ void CheckFolder(const DemoResults& results) {
 void RunDemo(const DemoOptions& options, std::ostream& out) {
     ProgressBar progress;
     auto begin = [&progress, begun = 0.0](const char* what) mutable {
-        constexpr double kChapters = 7.0;
+        constexpr double kChapters = 8.0;
         progress.Show(begun++ / kChapters, what);
     };
     DemoResults results{options.data, options.folder};
@@ -173,6 +173,8 @@ void RunDemo(const DemoOptions& options, std::ostream& out) {
     results.report = "Loamworks Core " LMW_VERSION_STRING "\n";
     begin("soils");
     const std::vector<FittedSoil> soils = AddSoils(results);
+    begin("rain");
+    AddRain(results);
     begin("sections");
     AddSections(results);
     begin("functions");

@@ -66,29 +66,6 @@ std::string Decimals(double value, int decimals) {
     return {buffer.data(), end.ptr};
 }
 
-namespace {
-
-// How wide the text is: its characters.
-std::size_t WidthOf(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-    }));
-}
-
-std::string Blanks(std::string_view text, std::size_t width) {
-    return std::string(width - std::min(width, WidthOf(text)), ' ');
-}
-
-}  // namespace
-
-std::string RightAligned(std::string_view text, std::size_t width) {
-    return Blanks(text, width) + std::string(text);
-}
-
-std::string Padded(std::string_view text, std::size_t width) {
-    return std::string(text) + Blanks(text, width);
-}
-
 std::string Column(double value, std::size_t width, int decimals) {
     return RightAligned(Decimals(value, decimals), width);
 }

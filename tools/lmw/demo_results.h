@@ -58,9 +58,7 @@ struct DemoResults {
 /// A number for people: so many decimals.
 [[nodiscard]] std::string Decimals(double value, int decimals);
 
-[[nodiscard]] std::string RightAligned(std::string_view text, std::size_t width);
-[[nodiscard]] std::string Padded(std::string_view text, std::size_t width);
-/// Decimals(), right-aligned.
+/// The same, right-aligned.
 [[nodiscard]] std::string Column(double value, std::size_t width, int decimals);
 
 }  // namespace lmw::tool

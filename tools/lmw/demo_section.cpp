@@ -12,6 +12,7 @@
 #include "tools/lmw/failure.h"
 #include "tools/lmw/point_rows.h"
 #include "tools/lmw/svg_chart.h"
+#include "tools/lmw/text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -45,7 +45,6 @@ class Soils {
         Retention_();
         std::vector<FittedSoil> fitted = Fits_();
         Conductivity_();
-        Precipitation_();
         return fitted;
     }
 
@@ -261,48 +260,9 @@ class Soils {
         return function;
     }
 
-    // Monthly rain as a step function that repeats after a year, and its sums.
-    void Precipitation_() {
-        constexpr double kYear = 12.0;
-        const CurveSettings yearly{
-            .kind = CurveKind::kStep, .after = TailType::Cycle(), .period = kYear};
-        const AxisRange months = {0.0, 3.0 * kYear};
-        const CsvTable table = results_.Table("precipitation-seattle");
-        SvgChart sums("Precipitation at Seattle, each year repeated", {"month"}, {"sum (mm)"});
-        results_.report +=
-            "\nPrecipitation at Seattle: monthly steps, each year repeated (cyclic tail)\n\n"
-            "  year      year's sum (mm)    sum of 30 months    rate in month 30.5 (mm/month)\n";
-        for (std::size_t column = 1; column < table.Header().size(); ++column) {
-            const std::string year = table.Header()[column].substr(0, 4);
-            const MeasuredCurve curve(yearly, ReadPoints(table, 0, column, yearly));
-            results_.report += "  " + Padded(year, 8) + Column(curve.Integral(0.0, kYear), 12, 1) +
-                               Column(curve.Integral(0.0, 30.0), 20, 1) +
-                               Column(curve.Value(30.5), 20, 1) + "\n";
-            Series sum{.label = year};
-            for (const CurveRow& row :
-                 Tabulated(curve, SpacedPlaces(Scale::kLinear, months, 361))) {
-                sum.x.push_back(row.x);
-                sum.y.push_back(row.integral);
-            }
-            sums.Add(std::move(sum));
-            if (column == 3) {
-                SvgChart chart("Precipitation at Seattle, " + year + ", repeated", {"month"},
-                               {"rate (mm/month)"});
-                AddTo_(chart, curve, "step function with a cyclic tail, period 12", 0,
-                       Stroke::kSolid, Scale::kLinear, months);
-                AddMarksTo_(chart, curve, "measured", 1, months);
-                results_.Keep("precipitation.svg", chart.Text());
-                results_.Keep("precipitation.csv",
-                              CurveCsv(Tabulated(curve, SpacedPlaces(Scale::kLinear, months, 73))));
-            }
-        }
-        results_.Keep("precipitation-sums.svg", sums.Text());
-    }
-
     static void AddTo_(SvgChart& chart, const MeasuredCurve& curve, const std::string& label,
-                       std::size_t color, Stroke stroke, Scale scale = Scale::kLogarithmic,
-                       const AxisRange& range = kSuctions) {
-        Series line = LineOf(curve, scale, range);
+                       std::size_t color, Stroke stroke) {
+        Series line = LineOf(curve, Scale::kLogarithmic, kSuctions);
         line.label = label;
         line.color = color;
         line.stroke = stroke;
@@ -310,8 +270,8 @@ class Soils {
     }
 
     static void AddMarksTo_(SvgChart& chart, const MeasuredCurve& curve, const std::string& label,
-                            std::size_t color, const AxisRange& range = kSuctions) {
-        Series marks = MarksOf(curve, range);
+                            std::size_t color) {
+        Series marks = MarksOf(curve, kSuctions);
         chart.AddNote(NoteOfHidden(curve, marks));
         marks.label = label;
         marks.color = color;

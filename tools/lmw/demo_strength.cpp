@@ -3,6 +3,7 @@
 
 #include "tools/lmw/demo_chapters.h"
 #include "tools/lmw/svg_chart.h"
+#include "tools/lmw/text.h"
 
 #include <algorithm>
 #include <array>

@@ -164,17 +164,12 @@ std::vector<ValueRow> ValuesOf(const FnImpl& function, const std::vector<double>
     return rows;
 }
 
-std::string Padded(std::string text, std::size_t columns) {
-    text.resize(std::max(text.size() + 2, columns), ' ');
-    return text;
-}
-
 std::string Listing(const FnImpl& function) {
     std::string text = Utf8(function.KindName()) + "\n";
     for (const AttributeRow& row : AttributesOf(function)) {
         std::string line = std::string(row.id < 10 ? "   " : "  ") + std::to_string(row.id) + "  " +
-                           Padded(row.key, 18) + Padded(row.type, 11) + OneLine(row.value) +
-                           (row.editable ? "" : "  (cannot be set)");
+                           Padded(row.key, 16) + "  " + Padded(row.type, 9) + "  " +
+                           OneLine(row.value) + (row.editable ? "" : "  (cannot be set)");
         text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
     }
     return text;
@@ -211,7 +206,7 @@ std::string Json(const FnImpl& function, const std::vector<ValueRow>& rows) {
 std::string Parts(const Definition& definition) {
     std::string text = Utf8(definition.kind) + "\n";
     for (const auto& [key, value] : definition.attributes) {
-        text += "  " + Padded(Utf8(key), 18) + OneLine(Utf8(value)) + "\n";
+        text += "  " + Padded(Utf8(key), 16) + "  " + OneLine(Utf8(value)) + "\n";
     }
     return text;
 }

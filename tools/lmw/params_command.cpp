@@ -90,14 +90,6 @@ std::string RangeText(const gtl::range<double>& range) {
 }
 
 // Filled up with blanks to a number of characters, at least one.
-std::string Padded(std::string_view text, std::size_t width) {
-    std::size_t characters = 0;
-    for (std::string_view rest = text; !rest.empty(); ++characters) {
-        TakeCodePoint(rest);
-    }
-    return std::string(text).append(std::max(width, characters + 1) - characters, ' ');
-}
-
 std::string Listing(const DataParamList& params) {
     std::string text;
     const Category::Type* category = nullptr;
@@ -110,10 +102,10 @@ std::string Listing(const DataParamList& params) {
         }
         const std::string value = std::to_string(IndexOf(param));
         text.append("  ").append(3 - std::min<std::size_t>(value.size(), 3), ' ').append(value);
-        text.append("  ").append(Padded(GetName(param), 30));
-        text.append(Padded(NameOf(row.kind), 10));
-        text.append(Padded(SymbolOf(GetUnitKind(param)), 12));
-        text.append(Padded(RangeText(row.range_checker), 19));
+        text.append("  ").append(Padded(GetName(param), 29)).append(" ");
+        text.append(Padded(NameOf(row.kind), 9)).append(" ");
+        text.append(Padded(SymbolOf(GetUnitKind(param)), 11)).append(" ");
+        text.append(Padded(RangeText(row.range_checker), 18)).append(" ");
         text.append(GetMeaning(param)).append("\n");
     }
     return text;

@@ -3,6 +3,7 @@
 #include "common/str/number_text.h"
 #include "common/sys/utf8.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -110,6 +111,26 @@ std::string_view Trimmed(std::string_view text) {
         return {};
     }
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+namespace {
+
+std::string Blanks(std::string_view text, std::size_t width) {
+    std::size_t characters = 0;
+    for (; !text.empty(); ++characters) {
+        TakeCodePoint(text);
+    }
+    return std::string(width - std::min(width, characters), ' ');
+}
+
+}  // namespace
+
+std::string Padded(std::string_view text, std::size_t width) {
+    return std::string(text) + Blanks(text, width);
+}
+
+std::string RightAligned(std::string_view text, std::size_t width) {
+    return Blanks(text, width) + std::string(text);
 }
 
 std::string OneLine(std::string_view text) {

@@ -4,6 +4,7 @@
 // Text that comes from outside may be ill-formed: read by characters, each ill-formed byte is
 // U+FFFD, converted as a whole, each ill-formed sequence.
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <initializer_list>
@@ -34,6 +35,10 @@ void AppendUtf8(std::string& text, char32_t code_point);
 
 /// The text without blanks and tabs at either end.
 [[nodiscard]] std::string_view Trimmed(std::string_view text);
+
+/// The text with blanks after or before it, up to a width in characters.
+[[nodiscard]] std::string Padded(std::string_view text, std::size_t width);
+[[nodiscard]] std::string RightAligned(std::string_view text, std::size_t width);
 
 /// The text on one line, harmless to a terminal: every control character becomes a blank, those
 /// from U+0080 to U+009F too.
