@@ -109,8 +109,6 @@ class Soils {
         SvgChart all("Fredlund-Xing curves of three soils",
                      {"suction (cm of water)", Scale::kLogarithmic}, {"water content (cm³/cm³)"});
         CsvText parameters;
-        CsvText curves;
-        curves.Cell("suction (cm)");
         parameters.Cell("soil").Cell("saturated").Cell("a (kPa)").Cell("n").Cell("m");
         parameters.Cell("root mean square").Cell("standard error of a (kPa)").Cell("of n");
         parameters.Cell("of m").Cell("determined").EndRow();
@@ -120,63 +118,82 @@ class Soils {
             "  soil            saturated          a (kPa)                n                m"
             "    root mean square\n";
         std::vector<FittedSoil> fitted;
-        std::vector<math::fn::flow::FredXing> written;
+        std::vector<math::fn::flow::FredXing> curves;
         for (std::size_t i = 0; i < kSoils.size(); ++i) {
             const Soil& soil = kSoils[i];
             const CsvTable table = results_.Table(soil.file);
             const RetentionFit fit(ReadRetention(table, 0, 1, XMeaning::kSuction), unit,
                                    soil.saturated);
-            const math::fn::flow::FredXingFit& result = fit.Result();
-            results_.report +=
-                "  " + Padded(soil.name, 16) + Column(fit.SaturatedWaterContent(), 9, 3);
-            parameters.Cell(soil.name).Cell(fit.SaturatedWaterContent());
-            std::vector<double> rounded;
-            for (const double value :
-                 {result.a * kilopascals, result.n, result.m, result.root_mean_square}) {
-                const std::string text = SixDigits(value);
-                if (!ReadFinite(text, rounded.emplace_back())) {
-                    throw table.About("the fit gives no numbers");
-                }
-                const std::size_t k = rounded.size() - 1;
-                results_.report +=
-                    k < 3 ? RightAligned(Rounded_(value, 4) + " ± " +
-                                             Rounded_(StandardError_(fit, k, kilopascals), 2),
-                                         17)
-                          : Column(value, 20, 6);
-                parameters.Cell(text);
-            }
-            for (std::size_t k = 0; k < 3; ++k) {
-                parameters.Cell(SixDigits(StandardError_(fit, k, kilopascals)));
-            }
-            const bool determined = result.code == math::fn::flow::FredXingFit::kConverged;
-            parameters.Cell(determined ? "yes" : "no").EndRow();
-            results_.report += determined ? "\n" : "  not determined by the points\n";
-            curves.Cell(soil.name);
-            fitted.push_back({soil.name, soil.file, fit.SaturatedWaterContent(), rounded[0],
-                              rounded[1], rounded[2]});
-            written.emplace_back(rounded[0] / kilopascals, rounded[1], rounded[2],
-                                 fit.SaturatedWaterContent(), fit.Limit());
+            fitted.push_back(FitRow_(soil, fit, kilopascals, parameters));
+            const FittedSoil& written = fitted.back();
+            curves.emplace_back(written.a / kilopascals, written.n, written.m, written.saturated,
+                                fit.Limit());
             results_.Keep(soil.file + std::string("-fit.svg"), FitPicture_(soil, table, fit));
             AddFitTo_(all, fit, kAllSuctions, soil.name, i, "", i);
         }
         all.AddNote("Rings are measured, lines are fitted; saturated water contents are held.");
         results_.Keep("retention-fits.svg", all.Text());
         results_.Keep("retention-fit-parameters.csv", parameters.Text());
-        curves.EndRow();
-        for (const double suction : SpacedPlaces(Scale::kLogarithmic, kAllSuctions, 71)) {
-            curves.Cell(suction);
-            for (const math::fn::flow::FredXing& curve : written) {
-                curves.Cell(curve(-suction));
-            }
-            curves.EndRow();
-        }
-        results_.Keep("retention-fits.csv", curves.Text());
+        results_.Keep("retention-fits.csv",
+                      CurvesCsv_(curves, SpacedPlaces(Scale::kLogarithmic, kAllSuctions, 71)));
         return fitted;
+    }
+
+    // One line of the report and one row of the parameters: the soil as it is written there.
+    FittedSoil FitRow_(const Soil& soil, const RetentionFit& fit, double kilopascals,
+                       CsvText& parameters) {
+        const math::fn::flow::FredXingFit& result = fit.Result();
+        FittedSoil written{soil.name, soil.file, fit.SaturatedWaterContent()};
+        const std::array<std::pair<double, double*>, 3> values = {
+            {{result.a * kilopascals, &written.a}, {result.n, &written.n}, {result.m, &written.m}}};
+        results_.report += "  " + Padded(soil.name, 16) + Column(written.saturated, 9, 3);
+        parameters.Cell(soil.name).Cell(written.saturated);
+        for (std::size_t k = 0; k < values.size(); ++k) {
+            const std::string text = SixDigits(values[k].first);
+            if (!ReadFinite(text, *values[k].second)) {
+                throw Failure(results_.DataFile(soil.file) + ": the fit gives no numbers");
+            }
+            parameters.Cell(text);
+            const double error = StandardError_(fit, k, kilopascals);
+            results_.report += RightAligned(
+                Rounded_(values[k].first, 4) + (IsDefined(error) ? " ± " + Rounded_(error, 2) : ""),
+                17);
+        }
+        const bool determined = result.code == math::fn::flow::FredXingFit::kConverged;
+        results_.report += Column(result.root_mean_square, 20, 6) +
+                           (determined ? "\n" : "  not determined by the points\n");
+        parameters.Cell(SixDigits(result.root_mean_square));
+        for (std::size_t k = 0; k < values.size(); ++k) {
+            const double error = StandardError_(fit, k, kilopascals);
+            parameters.Cell(IsDefined(error) ? SixDigits(error) : "");
+        }
+        parameters.Cell(determined ? "yes" : "no").EndRow();
+        return written;
+    }
+
+    // Water contents over suctions in cm, a column for each soil.
+    static std::string CurvesCsv_(const std::vector<math::fn::flow::FredXing>& curves,
+                                  const std::vector<double>& suctions) {
+        CsvText csv;
+        csv.Cell("suction (cm)");
+        for (const Soil& soil : kSoils) {
+            csv.Cell(soil.name);
+        }
+        csv.EndRow();
+        for (const double suction : suctions) {
+            csv.Cell(suction);
+            for (const math::fn::flow::FredXing& curve : curves) {
+                csv.Cell(curve(-suction));
+            }
+            csv.EndRow();
+        }
+        return csv.Text();
     }
 
     static double StandardError_(const RetentionFit& fit, std::size_t parameter,
                                  double kilopascals) {
-        return fit.StandardError(parameter) * (parameter == 0 ? kilopascals : 1.0);
+        const double error = fit.StandardError(parameter);
+        return IsDefined(error) && parameter == 0 ? error * kilopascals : error;
     }
 
     // A number with so many significant digits.
