@@ -157,6 +157,7 @@ struct ValueRow {
 
 std::vector<ValueRow> ValuesOf(const FnImpl& function, const std::vector<double>& places) {
     std::vector<ValueRow> rows;
+    rows.reserve(places.size());
     for (const double x : places) {
         rows.push_back({x, fn::impl::SafeCalculate(function, &x, nullptr),
                         fn::impl::DyDx(x, math::algorithm::Tolerance<double>(), function).value});
