@@ -86,13 +86,6 @@ Quadrants Met(const Split& split, const Extents2D& box, double hx, double hy) no
     return {left && top, right && top, left && bottom, right && bottom};
 }
 
-/// Whether the box enters every quadrant of the node at every depth below it, whatever the
-/// tolerance: the midlines of what can still be split lie four half-epsilons from its edges.
-bool Covers(const Extents2D& box, const Extents2D& node_box) noexcept {
-    return box.x_min <= node_box.x_min && box.x_max >= node_box.x_max &&
-           box.y_min <= node_box.y_min && box.y_max >= node_box.y_max;
-}
-
 /// `points` is how many the item of the box has.
 Quadrants EnteredBy(const Split& split, const Extents2D& box, std::size_t points,
                     const Precision3D& precision) noexcept {
@@ -170,19 +163,6 @@ gtl::iterator_range<const Point2D*> QuadTree2D::At(unsigned id) const noexcept {
     return {pool_.data() + items_[id].begin, pool_.data() + items_[id].end};
 }
 
-bool QuadTree2D::CanSplit(const Extents2D& box, std::size_t depth) const noexcept {
-    const Split split = SplitOf(box, precision_);
-    return depth < max_depth_ && (split.splits_x || split.splits_y);
-}
-
-bool QuadTree2D::AllCover(const Node& leaf, unsigned id, const Extents2D& box) const noexcept {
-    const gtl::iterator_range<const std::uint32_t*> items = ItemsOf(leaf);
-    return Covers(item_boxes_[id], box) &&
-           (leaf.count > kLeafItems ||
-            std::all_of(items.begin(), items.end(),
-                        [&](std::uint32_t item) { return Covers(item_boxes_[item], box); }));
-}
-
 void QuadTree2D::InsertAt(std::uint32_t node, const Extents2D& box, std::size_t depth,
                           unsigned id) {
     // No reference to a node is kept across an insertion: the table may move.
@@ -196,15 +176,10 @@ void QuadTree2D::InsertAt(std::uint32_t node, const Extents2D& box, std::size_t 
         ++nodes_[node].count;
         return;
     }
-    if (CanSplit(box, depth) && !AllCover(nodes_[node], id, box)) {
+    const Split split = SplitOf(box, precision_);
+    if (count == kLeafItems && depth < max_depth_ && (split.splits_x || split.splits_y)) {
         const Node leaf = std::exchange(nodes_[node], {NodeKind::kSplit, 0, {}});
-        std::vector<std::uint32_t> list;
-        if (leaf.count > kLeafItems) {
-            list.swap(overflow_[leaf.slots[0]]);  // its place stays empty
-        } else {
-            list.assign(leaf.slots.begin(), leaf.slots.end());
-        }
-        for (const std::uint32_t item : list) {
+        for (const std::uint32_t item : leaf.slots) {
             Distribute(node, box, depth, item);
         }
         Distribute(node, box, depth, id);

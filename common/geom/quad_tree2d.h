@@ -24,10 +24,10 @@ namespace Geom {
 ///
 /// 1. Find answers what a linear search over all items answers, wherever they lie: items and points
 ///    outside the root's extents are kept in the quadrants at the edge.
-/// 2. A leaf holds four items. Any number, in an overflow list, are held by one at the maximum
-///    depth, by one too small for the tolerance to tell its quadrants apart, and by one that all
-///    its items cover, which division would only repeat in every quadrant down to the last depth;
-///    it is divided when an item comes that does not cover it.
+/// 2. A leaf holds four items; one at the maximum depth, or too small for the tolerance to tell its
+///    quadrants apart, any number in an overflow list. Where five items or more have boxes that
+///    cover one area, all quadrants there are divided down to that depth: choose it with that in
+///    mind, each level has up to four times the leaves.
 /// 3. Items with infinite, NaN or invalid coordinates keep their points but are never found.
 ///
 /// Queries are read-only, allocate nothing (but for their output), and may run at once. Insertion
@@ -83,9 +83,6 @@ class LMW_API QuadTree2D {
         std::uint32_t end = 0;
     };
 
-    [[nodiscard]] bool CanSplit(const Extents2D& box, std::size_t depth) const noexcept;
-    /// Whether the new item and those of a full leaf cover the leaf's box.
-    [[nodiscard]] bool AllCover(const Node& leaf, unsigned id, const Extents2D& box) const noexcept;
     void InsertAt(std::uint32_t node, const Extents2D& box, std::size_t depth, unsigned id);
     void Distribute(std::uint32_t node, const Extents2D& box, std::size_t depth, unsigned id);
     [[nodiscard]] gtl::iterator_range<const std::uint32_t*> ItemsOf(

@@ -83,7 +83,7 @@ void AddCells(Series& series, const Segments& segments, const Geom::Extents2D& e
 
 void AddTree(Series& series, const Segments& segments, const Geom::Extents2D& extents,
              const Geom::Precision3D& precision) {
-    constexpr std::size_t kDepth = 12;
+    constexpr std::size_t kDepth = 7;  // 4^7 leaves at most, as fine as a picture shows
     Geom::QuadTree2D tree;
     tree.Initialize(extents, kDepth, precision, segments.lines.size(), 2);
     for (unsigned id = 0; id < segments.lines.size(); ++id) {
